@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace vok {
+
+/// The HTML page that stands in for one that could not be loaded: names the address and the reason, and
+/// offers to try again, by a link to the same address. Both texts are shown as they stand.
+std::string failurePage(const std::string& url, const std::string& reason);
+
+}  // namespace vok

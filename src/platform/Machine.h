@@ -1,0 +1,54 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace vok {
+
+/// One user account as the platform describes it; what it does not know is nothing.
+struct LocalIdentity {
+    bool isEnabled = false;
+    bool isHidden = false;
+    std::optional<std::string> UUIDString;
+    std::optional<std::string> fullName;
+    std::optional<std::string> posixName;
+};
+
+/// Why the local identities could not be listed.
+struct LocalIdentitiesFailure {
+    enum class Step {
+        authority,  ///< there is no authority to ask
+        query,      ///< the question could not be put
+        execution,  ///< the question was put and failed
+    };
+    Step step;
+    std::optional<std::string> description;  ///< of a failed execution, when the platform has one
+};
+
+using LocalIdentities = std::variant<std::vector<LocalIdentity>, LocalIdentitiesFailure>;
+
+/// The computer and its operating system. Every call blocks until the answer is there, a few seconds at most
+/// but for `restart`, which may first ask the person.
+class Machine {
+public:
+    virtual ~Machine() = default;
+
+    /// Name and version of the operating system for people, for example "Debian GNU/Linux 12 (bookworm)".
+    virtual std::string operatingSystemVersionString() const = 0;
+
+    /// The person's preferred languages as BCP 47 codes, best first; nothing when there is no such list.
+    virtual std::optional<std::vector<std::string>> preferredLanguages() const = 0;
+
+    /// A UUID of this machine that no reinstalled program changes, upper-case text; nothing when unavailable.
+    virtual std::optional<std::string> platformUUID() const = 0;
+
+    /// The accounts of this machine, in the platform's order.
+    virtual LocalIdentities localIdentities() const = 0;
+
+    /// Asks the system to restart. Nothing when it accepted, else a description of the failure.
+    virtual std::optional<std::string> restart() = 0;
+};
+
+}  // namespace vok

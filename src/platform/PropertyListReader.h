@@ -1,0 +1,21 @@
+#pragma once
+
+#include "foundation/Dictionary.h"
+
+#include <optional>
+#include <string>
+
+namespace vok {
+
+/// Reads property lists, XML and binary.
+class PropertyListReader {
+public:
+    virtual ~PropertyListReader() = default;
+
+    /// The top-level dictionary of the file at `path`; nothing when the file is missing, unreadable, no
+    /// property list or no dictionary. Values that are not strings become their text: 1 and 0 for booleans,
+    /// decimal digits for numbers.
+    virtual std::optional<Dictionary> dictionaryWithContentsOfFile(const std::string& path) const = 0;
+};
+
+}  // namespace vok

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace vok {
+
+class WebView;
+
+/// A frame of a web view. Two frames are the same when they are the same object.
+class WebFrame {
+public:
+    virtual ~WebFrame() = default;
+
+    /// The web view that holds the frame.
+    virtual WebView& webView() = 0;
+
+    /// Starts loading `url` and returns; only a load that ends well is reported to the frame-load delegate.
+    /// A text that is no URL fails like any other load: the view then says so.
+    virtual void loadRequest(const std::string& url) = 0;
+};
+
+class WebFrameLoadDelegate {
+public:
+    virtual ~WebFrameLoadDelegate() = default;
+
+    /// A load has begun in `frame`; it may still fail.
+    virtual void webViewDidStartProvisionalLoadForFrame(WebView& webView, WebFrame& frame) = 0;
+
+    /// The page in `frame` has loaded to its end. Never called for a failed or an interrupted load, nor for
+    /// the page that a backend shows in place of one.
+    virtual void webViewDidFinishLoadForFrame(WebView& webView, WebFrame& frame) = 0;
+
+    /// The process that drew the page is gone, and the page with it. A new load starts a new process.
+    virtual void webViewWebContentProcessDidTerminate(WebView& webView) = 0;
+};
+
+/// Answers one navigation decision; exactly one call.
+class WebPolicyDecisionListener {
+public:
+    virtual ~WebPolicyDecisionListener() = default;
+    virtual void use() = 0;
+    virtual void ignore() = 0;
+};
+
+class WebPolicyDelegate {
+public:
+    virtual ~WebPolicyDelegate() = default;
+
+    /// Asked before every navigation of every frame; answers through `listener` before it returns.
+    virtual void webViewDecidePolicyForNavigationAction(WebView& webView, const std::string& requestURL,
+                                                        WebPolicyDecisionListener& listener) = 0;
+};
+
+class WebUIDelegate {
+public:
+    virtual ~WebUIDelegate() = default;
+
+    /// A page asks for a new window. The view returned is the one that then loads `requestURL`, asking for a
+    /// navigation decision first.
+    virtual WebView& webViewCreateWebViewWithRequest(WebView& webView, const std::string& requestURL) = 0;
+};
+
+/// The one web view of the main window. Every call and every callback is on the main thread.
+class WebView {
+public:
+    virtual ~WebView() = default;
+
+    /// Always the same object.
+    virtual WebFrame& mainFrame() = 0;
+
+    /// URL of the main frame, as the engine normalises it; nothing before the first load.
+    virtual std::optional<std::string> mainFrameURL() const = 0;
+
+    /// Does the view close together with its window?
+    virtual void setShouldCloseWithWindow(bool close) = 0;
+
+    /// Does the view go on loading, drawing and running timers at full speed while its window is hidden?
+    virtual void setShouldUpdateWhileOffscreen(bool update) = 0;
+
+    /// The delegates are borrowed and outlive the view.
+    virtual void setFrameLoadDelegate(WebFrameLoadDelegate& delegate) = 0;
+    virtual void setPolicyDelegate(WebPolicyDelegate& delegate) = 0;
+    virtual void setUIDelegate(WebUIDelegate& delegate) = 0;
+};
+
+}  // namespace vok
