@@ -1,0 +1,58 @@
+#include "app/AppDelegate.h"
+
+#include "config/DictionaryLookup.h"
+#include "foundation/Exception.h"
+#include "foundation/Log.h"
+
+#include <Poco/String.h>
+#include <Poco/UUIDGenerator.h>
+
+namespace vok {
+
+namespace {
+
+constexpr auto chromeInfoPath = "/Applications/Google Chrome.app/Contents/Info.plist";
+constexpr auto firefoxInfoPath = "/Applications/Firefox.app/Contents/Info.plist";
+constexpr auto safariInfoPath = "/Applications/Safari.app/Contents/Info.plist";
+constexpr auto shortVersionKey = "CFBundleShortVersionString";
+
+std::string randomUUIDString() {
+    return Poco::toUpper(Poco::UUIDGenerator::defaultGenerator().createRandom().toString());
+}
+
+}  // namespace
+
+AppDelegate::AppDelegate(const Platform& desktop) : platform(desktop), webView(&desktop.webView) {
+    setWindow(desktop.window);
+}
+
+bool AppDelegate::applicationShouldTerminateAfterLastWindowClosed() { return true; }
+
+void AppDelegate::setWindow(Window& window) { appWindow = &window; }
+
+void AppDelegate::applicationDidFinishLaunching() {
+    try {
+        installationId = randomUUIDString();
+        appConfig = loadAppConfig();
+        agentId = getAgentId();
+        preferredLang = getPreferredLanguage("en");
+        versionChrome = FindValueInPlistFile(platform.propertyLists, chromeInfoPath, shortVersionKey);
+        versionFireFox = FindValueInPlistFile(platform.propertyLists, firefoxInfoPath, shortVersionKey);
+        versionSafari = FindValueInPlistFile(platform.propertyLists, safariInfoPath, shortVersionKey);
+        openUrlInNewWindow = false;
+
+        webView->setShouldCloseWithWindow(true);
+        webView->setShouldUpdateWhileOffscreen(true);
+        webView->setFrameLoadDelegate(*this);
+        webView->setPolicyDelegate(*this);
+        webView->setUIDelegate(*this);
+
+        const auto url = getSplashPageUrl();
+        Log("Natigating to splash page (url = '%@')...", url);
+        navigateTo(url);
+    } catch (const Exception& exception) {
+        showErrorMessage(StringWithFormat("Initialization failed.\n%@", exception.message()));
+    }
+}
+
+}  // namespace vok

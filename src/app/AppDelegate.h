@@ -1,0 +1,144 @@
+#pragma once
+
+#include "foundation/Dictionary.h"
+#include "platform/Application.h"
+#include "platform/Platform.h"
+#include "platform/WebView.h"
+
+#include <optional>
+#include <string>
+
+namespace vok {
+
+/// The installer: its state, and every operation on it. Each operation is defined in the room it belongs to.
+/// All of it runs on the main thread. Unless an operation says otherwise, failures are raised as Exception
+/// and passed on; "nil" is nothing or a null pointer.
+class AppDelegate final : public ApplicationDelegate,
+                          public WebFrameLoadDelegate,
+                          public WebPolicyDelegate,
+                          public WebUIDelegate {
+public:
+    explicit AppDelegate(const Platform& desktop);
+
+    // app/AppDelegate.cpp
+
+    /// Always yes: closing the main window ends the application.
+    bool applicationShouldTerminateAfterLastWindowClosed() override;
+    void setWindow(Window& window);
+    /// Fills the state in its fixed order and shows the splash page. A failure ends start-up with the sheet
+    /// "Initialization failed." and its message; the application stays open.
+    void applicationDidFinishLaunching() override;
+
+    // config/Environment.cpp
+
+    /// "Contents/MacOS/Tools" in the bundle: configuration, splash page and tools.
+    std::string getToolsDirPath() const;
+    std::string getInstallToolPath() const;
+    std::string getLaunchAsAdminToolPath() const;
+    /// The dictionary in installer_config.plist; raises NSGenericException when there is none.
+    Dictionary loadAppConfig() const;
+    /// The configured agent identifier, else the platform UUID.
+    std::string getAgentId() const;
+    /// The operating system for the pages, unescaped.
+    std::string getOsVersion() const;
+    /// The configured target directory, else one named after `agent`; raises NSInvalidArgumentException when
+    /// it needs `agent` and that is nil.
+    std::string getTargetDirForAgent(const std::optional<std::string>& agent) const;
+    /// The configured language, else the person's first one, else `defaultLang`. Raises nothing.
+    std::string getPreferredLanguage(const std::string& defaultLang) const;
+
+    // pages/PageFlow.cpp and pages/PageUrls.cpp
+
+    /// File URL of the splash page, escaped.
+    std::string getSplashPageUrl() const;
+    /// URL of the first installation page with all that is known of the machine, escaped as a whole.
+    std::string getFirstInstallationPageUrl() const;
+    /// Does nothing.
+    void webViewDidStartProvisionalLoadForFrame(WebView& sender, WebFrame& frame) override;
+    /// Goes on from the splash page to the first installation page, and runs command URLs.
+    void webViewDidFinishLoadForFrame(WebView& sender, WebFrame& frame) override;
+
+    // bridge/Dispatch.cpp
+
+    /// Runs the command that `urlQuery` names; nil when the command URL had no query. Every Exception ends in
+    /// the sheet "Failed to execute command." and its message.
+    void executeUrlQuery(const std::optional<std::string>& urlQuery);
+
+    // commands/InstallCommands.cpp
+
+    /// install, upgrade and repair: starts the install tool in the background, reports nothing to the page.
+    void executeInstallCommand(const CommandParams& params);
+    void executeUninstallCommand(const CommandParams& params);
+
+    // commands/LifecycleCommands.cpp
+
+    /// Asks for a restart and ends the application, or shows why there is none; reports nothing to the page.
+    void executeRebootCommand(const CommandParams& params);
+    /// Starts Firefox, whether it is there or not; reports nothing to the page.
+    void executeRunFirefoxCommand(const CommandParams& params);
+    void executeCancelCommand(const CommandParams& params);
+    /// Queues the end of the application, then reports.
+    void executeFinishCommand(const CommandParams& params);
+    void executeHideCommand(const CommandParams& params);
+
+    // commands/StateCommands.cpp
+
+    /// Reports whether the product is installed, and at which version. Blocks while the install tool answers.
+    void executeGetStateCommand(const CommandParams& params);
+    /// Reports the browsers found at start-up.
+    void executeGetBrowsersCommand(const CommandParams& params);
+
+    // bridge/Callback.cpp
+
+    /// Reports the end of a command to the page that sent it. `params` are the command's result parameters,
+    /// empty or in query form. Raises NSInvalidArgumentException when an argument, or both the callback and
+    /// the report URL are missing.
+    void executeCommandCallback(const CommandParams* commandParams, bool succeeded,
+                                const std::optional<std::string>& params);
+    void processCallbackUrl(bool succeeded, const std::optional<std::string>& redirectUrl,
+                            const std::optional<std::string>& reportUrl,
+                            const std::optional<std::string>& action, const std::optional<std::string>& event,
+                            const std::optional<std::string>& params);
+    /// `baseUrl` with the report as its query, or as the rest of the query it has. Nothing is escaped.
+    std::string formatCallbackUrl(bool succeeded, const std::optional<std::string>& baseUrl,
+                                  const std::optional<std::string>& action,
+                                  const std::optional<std::string>& event,
+                                  const std::optional<std::string>& params) const;
+
+    // pages/PageFlow.cpp and pages/Messages.cpp
+
+    void navigateTo(const std::string& url);
+    /// Loads `url` unless the web view shows it already, or shows nothing yet.
+    void ensureNavigatedTo(const std::string& url);
+    void showInfoMessage(const std::string& text);
+    void showErrorMessage(const std::string& text);
+    /// Allows every navigation but the one that follows a request for a new window: that one goes to the
+    /// default browser.
+    void webViewDecidePolicyForNavigationAction(WebView& sender, const std::string& requestURL,
+                                                WebPolicyDecisionListener& listener) override;
+    WebView& webViewCreateWebViewWithRequest(WebView& sender, const std::string& requestURL) override;
+    /// Goes back to the splash page, whose end leads on to the first installation page; the page that was
+    /// lost may have been a command URL and is never loaded again. A process that dies again before any page
+    /// of the installation has loaded ends in a sheet instead.
+    void webViewWebContentProcessDidTerminate(WebView& sender) override;
+
+private:
+    /// appConfig, null before it is loaded.
+    const Dictionary* config() const { return appConfig ? &*appConfig : nullptr; }
+
+    Platform platform;
+
+    std::string installationId;  ///< random UUID text of this run, sent as "pid"
+    std::optional<std::string> agentId;
+    std::optional<std::string> preferredLang;
+    Window* appWindow = nullptr;
+    std::optional<Dictionary> appConfig;  ///< installer_config.plist
+    bool openUrlInNewWindow = false;  ///< the next navigation decision sends its URL to the default browser
+    std::optional<std::string> versionChrome;
+    std::optional<std::string> versionFireFox;
+    std::optional<std::string> versionSafari;
+    WebView* webView;
+    bool recoveringFromLostPage = false;  ///< the web content process died and no page has loaded since
+};
+
+}  // namespace vok

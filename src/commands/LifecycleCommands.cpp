@@ -1,0 +1,36 @@
+#include "app/AppDelegate.h"
+
+#include "commands/RunProcess.h"
+#include "foundation/StringWithFormat.h"
+#include "platform/Machine.h"
+#include "platform/Window.h"
+
+namespace vok {
+
+void AppDelegate::executeRebootCommand(const CommandParams&) {
+    if (const auto failure = platform.machine.restart())
+        showErrorMessage(StringWithFormat("Reboot failed.\n%@", *failure));
+    else
+        platform.application.terminate();
+}
+
+void AppDelegate::executeRunFirefoxCommand(const CommandParams&) {
+    RunProcess("/Applications/Firefox.app/Contents/MacOS/firefox");
+}
+
+void AppDelegate::executeCancelCommand(const CommandParams& params) {
+    executeCommandCallback(&params, true, "");
+}
+
+void AppDelegate::executeFinishCommand(const CommandParams& params) {
+    platform.application.performAfterDelay(
+        0.0, [&application = platform.application] { application.terminate(); });
+    executeCommandCallback(&params, true, "");
+}
+
+void AppDelegate::executeHideCommand(const CommandParams& params) {
+    appWindow->performMiniaturize();
+    executeCommandCallback(&params, true, "");
+}
+
+}  // namespace vok

@@ -1,0 +1,114 @@
+#include "commands/ProductInfo.h"
+
+#include "foundation/Log.h"
+
+#include <Poco/Pipe.h>
+#include <Poco/PipeStream.h>
+#include <Poco/Process.h>
+#include <Poco/StreamCopier.h>
+#include <json/json.h>
+
+#include <cstring>
+#include <optional>
+#include <sstream>
+
+namespace vok {
+
+namespace {
+
+constexpr std::string_view infoPrefix = "Install info {";
+constexpr std::string_view infoSuffix = "}";
+constexpr std::string_view outputFilter = R"(Install info \{.*\}$)";
+constexpr std::int32_t failure = -1;
+
+std::string queryCommand(std::string_view installToolPath, std::string_view agentId,
+                         std::string_view targetDir) {
+    std::ostringstream command;
+    command << " '" << installToolPath << "'"
+            << " 'command=print_installed_product_info'"
+            << " 'agentId=" << agentId << "'"
+            << " 'targetDir=" << targetDir << "'"
+            << " 'print_info_prefix=" << infoPrefix << "{'"
+            << " 'print_info_suffix=" << infoSuffix << "'"
+            << " | egrep \"" << outputFilter << "\"";
+    return command.str();
+}
+
+/// Runs `command` in bash, appends what it prints to `output` and returns its exit status. The output is read
+/// to its end before the child is waited for.
+int runCommand(const std::string& command, std::string& output) {
+    Poco::Pipe pipe;
+    Poco::PipeInputStream stream(pipe);
+    const auto child = Poco::Process::launch("/bin/bash", {"-c", command}, nullptr, &pipe, nullptr);
+    Poco::StreamCopier::copyToString(stream, output);
+    return Poco::Process::wait(child);
+}
+
+/// Parses the first value in `text`; what follows it is ignored. Nothing when there is none.
+std::optional<Json::Value> parseRecord(const std::string& text) {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"  // its successor refuses what follows the value
+    Json::Reader reader;
+#pragma GCC diagnostic pop
+    Json::Value root;
+    if (!reader.parse(text, root, false))
+        return std::nullopt;
+    return root;
+}
+
+std::int32_t readProductInfo(const std::string& output, std::int32_t* installed, char* installedVersion,
+                             std::uint32_t installedVersionBufSize) {
+    const auto marker = output.find(infoPrefix);
+    if (marker == std::string::npos) {
+        Log("GetInstalledProductInfo: infoPrefix is not found.");
+        return failure;
+    }
+    const auto text = output.substr(marker + infoPrefix.size());
+    const auto root = parseRecord(text);
+    if (!root) {
+        Log("GetInstalledProductInfo: Failed to parse json ('%s').", text);
+        return failure;
+    }
+    if (!root->isMember("installed")) {
+        *installed = 0;
+        return 0;
+    }
+    const std::int32_t flag = (*root)["installed"].asInt();
+    if (installedVersion && installedVersionBufSize > 0) {
+        const auto version = root->isMember("version") ? (*root)["version"].asString() : "unknown";
+        if (version.size() >= installedVersionBufSize) {
+            Log("GetInstalledProductInfo: installedVersionBufSize is too small.");
+            return failure;
+        }
+        std::memcpy(installedVersion, version.c_str(), version.size() + 1);
+    }
+    *installed = flag;
+    return 0;
+}
+
+}  // namespace
+
+std::int32_t GetInstalledProductInfo(const char* installToolPath, const char* agentId, const char* targetDir,
+                                     std::int32_t* installed, char* installedVersion,
+                                     std::uint32_t installedVersionBufSize) noexcept {
+    if (!installToolPath || !agentId || !targetDir || !installed) {
+        Log("GetInstalledProductInfo: Invalid argument.");
+        return failure;
+    }
+    try {
+        std::string output;
+        const int code = runCommand(queryCommand(installToolPath, agentId, targetDir), output);
+        if (code != 0) {
+            Log("GetInstalledProductInfo: Command failed (code = %d).", code);
+            return code;
+        }
+        return readProductInfo(output, installed, installedVersion, installedVersionBufSize);
+    } catch (const std::exception& exception) {
+        Log("GetInstalledProductInfo: Exception: %s", exception.what());
+    } catch (...) {
+        Log("GetInstalledProductInfo: Unknown exception.");
+    }
+    return failure;
+}
+
+}  // namespace vok

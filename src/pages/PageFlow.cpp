@@ -1,0 +1,67 @@
+#include "app/AppDelegate.h"
+
+#include "config/DictionaryLookup.h"
+#include "foundation/Log.h"
+#include "platform/URLParser.h"
+#include "platform/Workspace.h"
+
+#include <utility>
+
+namespace vok {
+
+void AppDelegate::webViewDidStartProvisionalLoadForFrame(WebView&, WebFrame&) {}
+
+void AppDelegate::webViewDidFinishLoadForFrame(WebView&, WebFrame& frame) {
+    if (&frame != &webView->mainFrame())
+        return;
+    const auto frameUrl = frame.webView().mainFrameURL().value_or("");
+    Log("frameUrl = %@", frameUrl);
+
+    if (frameUrl.starts_with(getSplashPageUrl())) {
+        Log("Navigated to splash page. Begin navigating to installation page...");
+        navigateTo(getFirstInstallationPageUrl());
+        return;
+    }
+    recoveringFromLostPage = false;
+    if (frameUrl.starts_with(GetStringFromDict(config(), "commandUrlPrefix"))) {
+        const auto url = platform.urls.URLWithString(frameUrl);
+        executeUrlQuery(url ? url->query : std::nullopt);
+    }
+}
+
+void AppDelegate::navigateTo(const std::string& url) { webView->mainFrame().loadRequest(url); }
+
+void AppDelegate::ensureNavigatedTo(const std::string& url) {
+    const auto current = webView->mainFrameURL();
+    const auto parsed = platform.urls.URLWithString(url);
+    const auto& target = parsed ? parsed->absoluteString : url;
+    if (current && *current != target)
+        navigateTo(target);
+}
+
+void AppDelegate::webViewDecidePolicyForNavigationAction(WebView&, const std::string& requestURL,
+                                                         WebPolicyDecisionListener& listener) {
+    if (std::exchange(openUrlInNewWindow, false)) {
+        platform.workspace.openURL(requestURL);
+        listener.ignore();
+    } else {
+        listener.use();
+    }
+}
+
+WebView& AppDelegate::webViewCreateWebViewWithRequest(WebView& sender, const std::string&) {
+    openUrlInNewWindow = true;
+    return sender;
+}
+
+void AppDelegate::webViewWebContentProcessDidTerminate(WebView&) {
+    if (std::exchange(recoveringFromLostPage, true)) {
+        Log("The web content process has ended again. Giving up.");
+        showErrorMessage("The page cannot be displayed.\nClose the installer and start it again.");
+        return;
+    }
+    Log("The web content process has ended. Going back to the splash page...");
+    navigateTo(getSplashPageUrl());
+}
+
+}  // namespace vok

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace vok {
+
+class Machine;
+
+/// The machine's platform UUID as text; "(null)" when it cannot be read.
+std::string GetPlatformUuid(const Machine& machine);
+
+}  // namespace vok
