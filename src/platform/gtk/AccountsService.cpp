@@ -1,0 +1,108 @@
+#include "platform/gtk/AccountsService.h"
+
+#include <Poco/SHA1Engine.h>
+#include <Poco/String.h>
+#include <Poco/UUIDGenerator.h>
+#include <giomm.h>
+
+namespace vok {
+
+namespace {
+
+constexpr auto serviceName = "org.freedesktop.Accounts";
+constexpr int callTimeout = 2000;  // milliseconds
+using Step = LocalIdentitiesFailure::Step;
+using Properties = std::map<Glib::ustring, Glib::VariantBase>;
+
+template <class Value>
+Value value(const Properties& properties, const char* name) {
+    const auto property = properties.find(name);
+    if (property == properties.end())
+        return Value();
+    return Glib::VariantBase::cast_dynamic<Glib::Variant<Value>>(property->second).get();
+}
+
+std::optional<std::string> unlessEmpty(const Glib::ustring& text) {
+    return text.empty() ? std::nullopt : std::optional(text.raw());
+}
+
+std::optional<std::string> accountUUID(const std::optional<std::string>& machineUUID,
+                                       std::uint64_t userNumber) {
+    if (!machineUUID)
+        return std::nullopt;
+    Poco::SHA1Engine digest;
+    const auto uuid = Poco::UUIDGenerator::defaultGenerator().createFromName(
+        Poco::UUID(*machineUUID), std::to_string(userNumber), digest, Poco::UUID::UUID_NAME_BASED_SHA1);
+    return Poco::toUpper(uuid.toString());
+}
+
+class AccountsService {
+public:
+    explicit AccountsService(Glib::RefPtr<Gio::DBus::Connection> bus) : connection(std::move(bus)) {}
+
+    std::vector<Glib::DBusObjectPathString> users() const {
+        using Paths = Glib::Variant<std::vector<Glib::DBusObjectPathString>>;
+        return answer<Paths>(call("/org/freedesktop/Accounts", serviceName, "ListCachedUsers", {})).get();
+    }
+
+    Properties userProperties(const Glib::ustring& path) const {
+        const auto interface = Glib::VariantContainerBase::create_tuple(
+            Glib::Variant<Glib::ustring>::create("org.freedesktop.Accounts.User"));
+        const auto reply = call(path, "org.freedesktop.DBus.Properties", "GetAll", interface);
+        return answer<Glib::Variant<Properties>>(reply).get();
+    }
+
+private:
+    Glib::VariantContainerBase call(const Glib::ustring& path, const char* interface, const char* method,
+                                    const Glib::VariantContainerBase& arguments) const {
+        return connection->call_sync(path, interface, method, arguments, serviceName, callTimeout);
+    }
+
+    template <class Type>
+    static Type answer(Glib::VariantContainerBase reply) {
+        return Glib::VariantBase::cast_dynamic<Type>(reply.get_child(0));
+    }
+
+    Glib::RefPtr<Gio::DBus::Connection> connection;
+};
+
+LocalIdentity identity(const Properties& user, const std::optional<std::string>& machineUUID) {
+    return {
+        .isEnabled = !value<bool>(user, "Locked"),
+        .isHidden = value<bool>(user, "SystemAccount"),
+        .UUIDString = accountUUID(machineUUID, value<guint64>(user, "Uid")),
+        .fullName = unlessEmpty(value<Glib::ustring>(user, "RealName")),
+        .posixName = unlessEmpty(value<Glib::ustring>(user, "UserName")),
+    };
+}
+
+bool isMissingService(const Glib::Error& error) {
+    return error.matches(G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
+           error.matches(G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
+}
+
+}  // namespace
+
+LocalIdentities accountsServiceIdentities(const std::optional<std::string>& machineUUID) {
+    Glib::RefPtr<Gio::DBus::Connection> bus;
+    try {
+        bus = Gio::DBus::Connection::get_sync(Gio::DBus::BusType::SYSTEM);
+    } catch (const Glib::Error&) {
+        return LocalIdentitiesFailure{Step::authority, std::nullopt};
+    }
+    try {
+        const AccountsService service(bus);
+        std::vector<LocalIdentity> identities;
+        for (const auto& path : service.users())
+            identities.push_back(identity(service.userProperties(path), machineUUID));
+        return identities;
+    } catch (const Glib::Error& error) {
+        if (isMissingService(error))
+            return LocalIdentitiesFailure{Step::query, std::nullopt};
+        return LocalIdentitiesFailure{Step::execution, error.what()};
+    } catch (const std::bad_cast&) {
+        return LocalIdentitiesFailure{Step::execution, "AccountsService gave an answer of another type."};
+    }
+}
+
+}  // namespace vok

@@ -1,0 +1,79 @@
+#include "platform/gtk/AlertSheet.h"
+
+#include <gtkmm/box.h>
+#include <gtkmm/image.h>
+#include <gtkmm/label.h>
+#include <gtkmm/scrolledwindow.h>
+#include <gtkmm/shortcutcontroller.h>
+
+namespace vok {
+
+namespace {
+
+constexpr int messageWidth = 440;
+constexpr int greatestMessageHeight = 320;
+
+Gtk::Image& styleImage(AlertStyle style) {
+    auto& image = *Gtk::make_managed<Gtk::Image>();
+    image.set_from_icon_name(style == AlertStyle::critical ? "dialog-error" : "dialog-information");
+    image.set_icon_size(Gtk::IconSize::LARGE);
+    image.set_valign(Gtk::Align::START);
+    image.property_accessible_role() = Gtk::Accessible::Role::PRESENTATION;
+    return image;
+}
+
+Gtk::Label& label(const std::string& text) {
+    auto& label = *Gtk::make_managed<Gtk::Label>(text);
+    label.set_wrap();
+    label.set_wrap_mode(Pango::WrapMode::WORD_CHAR);
+    label.set_xalign(0);
+    return label;
+}
+
+Gtk::ScrolledWindow& messageArea(const std::string& message) {
+    auto& text = label(message);
+    text.set_selectable();
+    text.set_valign(Gtk::Align::START);
+    auto& area = *Gtk::make_managed<Gtk::ScrolledWindow>();
+    area.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
+    area.set_size_request(messageWidth, -1);
+    area.set_propagate_natural_height();
+    area.set_max_content_height(greatestMessageHeight);
+    area.set_child(text);
+    return area;
+}
+
+}  // namespace
+
+AlertSheet::AlertSheet(Gtk::Window& parent, const Alert& alert) : button(alert.defaultButton) {
+    set_title(alert.title);
+    set_transient_for(parent);
+    set_destroy_with_parent();
+    set_modal();
+    set_resizable(false);
+
+    auto& title = label(alert.title);
+    title.add_css_class("title-4");
+    button.set_halign(Gtk::Align::END);
+    button.set_size_request(90, -1);
+    button.signal_clicked().connect([this] { close(); });
+
+    auto& texts = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 12);
+    texts.append(title);
+    texts.append(messageArea(alert.message));
+    texts.append(button);
+    auto& content = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 18);
+    content.set_margin(24);
+    content.append(styleImage(alert.style));
+    content.append(texts);
+    set_child(content);
+
+    set_default_widget(button);
+    set_focus(button);
+    auto shortcuts = Gtk::ShortcutController::create();
+    shortcuts->add_shortcut(Gtk::Shortcut::create(Gtk::KeyvalTrigger::create(GDK_KEY_Escape),
+                                                  Gtk::NamedAction::create("window.close")));
+    add_controller(shortcuts);
+}
+
+}  // namespace vok

@@ -1,0 +1,117 @@
+#include "platform/Application.h"
+#include "platform/Platform.h"
+#include "platform/gtk/ColorScheme.h"
+#include "platform/gtk/ExecutableBundle.h"
+#include "platform/gtk/GlibURLParser.h"
+#include "platform/gtk/GtkWindow.h"
+#include "platform/gtk/Guard.h"
+#include "platform/gtk/LinuxMachine.h"
+#include "platform/gtk/PlistReader.h"
+#include "platform/gtk/Renderer.h"
+#include "platform/gtk/UriHandlerWorkspace.h"
+#include "platform/gtk/WebKitView.h"
+
+#include <glibmm/exceptionhandler.h>
+#include <glibmm/main.h>
+#include <gtkmm/application.h>
+#include <gtkmm/icontheme.h>
+
+#include <cmath>
+
+namespace vok {
+
+namespace {
+
+constexpr auto identifier = "org.vok.Installer";
+
+std::string windowTitle(const Bundle& bundle) {
+    const auto info = bundle.infoDictionary();
+    const auto name = info.find("CFBundleDisplayName");
+    return name == info.end() ? "Installer" : name->second;
+}
+
+/// Window, web view and the delegate that drives them.
+class Installer {
+public:
+    Installer(Application& application, const Bundle& bundle, const PropertyListReader& propertyLists,
+              const ApplicationDelegateMaker& makeDelegate)
+        : webView([this](double progress) { window.showLoadProgress(progress); }),
+          window(windowTitle(bundle), identifier, webView.widget()),
+          delegate(
+              makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
+    }
+
+    Gtk::ApplicationWindow& mainWindow() { return window.gtkWindow(); }
+    ApplicationDelegate& applicationDelegate() { return *delegate; }
+
+private:
+    UriHandlerWorkspace workspace;
+    GlibURLParser urls;
+    LinuxMachine machine;
+    ColorScheme colorScheme;
+    WebKitView webView;
+    GtkWindow window;
+    std::unique_ptr<ApplicationDelegate> delegate;
+};
+
+/// The running GTK application. A second start of the program ends at once and brings this window forward.
+class GtkApplication final : public Application {
+public:
+    explicit GtkApplication(ApplicationDelegateMaker maker)
+        : makeDelegate(std::move(maker)), bundle(propertyLists),
+          application(Gtk::Application::create(identifier)) {
+        application->signal_activate().connect([this] { shielded([this] { onActivate(); }); });
+        application->signal_window_removed().connect([this](Gtk::Window*) { onWindowRemoved(); });
+    }
+
+    /// The program's arguments mean nothing, so the toolkit gets none.
+    int run() { return application->run(); }
+
+    void terminate() override { application->quit(); }
+
+    void performAfterDelay(double seconds, std::function<void()> perform) override {
+        const auto interval = static_cast<unsigned>(std::lround(seconds * 1000));
+        Glib::signal_timeout().connect_once([perform = std::move(perform)] { shielded(perform); }, interval);
+    }
+
+private:
+    void onActivate() {
+        if (installer) {
+            installer->mainWindow().present();
+            return;
+        }
+        application->hold();
+        Gtk::IconTheme::get_for_display(Gdk::Display::get_default())
+            ->add_search_path(bundle.bundlePath() + "/Contents/Resources/icons");
+        installer = std::make_unique<Installer>(*this, bundle, propertyLists, makeDelegate);
+        application->add_window(installer->mainWindow());
+        installer->mainWindow().present();
+        installer->applicationDelegate().applicationDidFinishLaunching();
+    }
+
+    void onWindowRemoved() {
+        const bool last = application->get_windows().empty();
+        if (last && installer->applicationDelegate().applicationShouldTerminateAfterLastWindowClosed())
+            terminate();
+    }
+
+    ApplicationDelegateMaker makeDelegate;
+    PlistReader propertyLists;
+    ExecutableBundle bundle;
+    Glib::RefPtr<Gtk::Application> application;
+    std::unique_ptr<Installer> installer;
+};
+
+}  // namespace
+
+int ApplicationMain(int, char*[], ApplicationDelegateMaker makeDelegate) {
+    usePlainRenderer();
+    if (!gtk_init_check()) {
+        Log("The installer needs a graphical desktop: no display could be opened.");
+        return 1;
+    }
+    Glib::add_exception_handler([] { shielded([] { throw; }); });
+    return GtkApplication(std::move(makeDelegate)).run();
+}
+
+}  // namespace vok

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <giomm/dbusproxy.h>
+
+namespace vok {
+
+/// Keeps toolkit and pages in the desktop's light or dark style, as the settings portal tells it. Asks
+/// without waiting; without a portal the toolkit's own theme decides.
+class ColorScheme {
+public:
+    ColorScheme();
+
+private:
+    void onProxyReady(const Glib::RefPtr<Gio::AsyncResult>& result);
+    void onSettingChanged(const Glib::ustring& signal, Glib::VariantContainerBase arguments);
+
+    Glib::RefPtr<Gio::DBus::Proxy> portal;
+};
+
+}  // namespace vok

@@ -1,0 +1,21 @@
+#include "platform/gtk/ExecutableBundle.h"
+
+#include "platform/PropertyListReader.h"
+
+#include <filesystem>
+
+namespace vok {
+
+ExecutableBundle::ExecutableBundle(const PropertyListReader& reader) : propertyLists(reader) {}
+
+std::string ExecutableBundle::bundlePath() const {
+    const auto executable = std::filesystem::read_symlink("/proc/self/exe");
+    return executable.parent_path().parent_path().parent_path().string();
+}
+
+Dictionary ExecutableBundle::infoDictionary() const {
+    return propertyLists.dictionaryWithContentsOfFile(bundlePath() + "/Contents/Info.plist")
+        .value_or(Dictionary());
+}
+
+}  // namespace vok

@@ -1,0 +1,49 @@
+#include "platform/gtk/GtkWindow.h"
+
+#include <glibmm/main.h>
+
+namespace vok {
+
+GtkWindow::GtkWindow(const std::string& title, const std::string& iconName, Gtk::Widget& page) {
+    progressBar.set_valign(Gtk::Align::START);
+    progressBar.set_can_target(false);
+    progressBar.set_visible(false);
+    overlay.set_child(page);
+    overlay.add_overlay(progressBar);
+
+    page.set_size_request(640, 480);
+    window.set_title(title);
+    window.set_icon_name(iconName);
+    window.set_default_size(900, 680);
+    window.set_child(overlay);
+    window.set_focus(page);
+}
+
+void GtkWindow::performMiniaturize() { window.minimize(); }
+
+void GtkWindow::beginAlertSheet(AlertStyle style, const std::string& title, const std::string& defaultButton,
+                                const std::string& message) {
+    waitingAlerts.push_back({style, title, defaultButton, message});
+    showNextAlert();
+}
+
+void GtkWindow::showLoadProgress(double progress) {
+    progressBar.set_fraction(progress);
+    progressBar.set_visible(progress > 0 && progress < 1);
+}
+
+void GtkWindow::showNextAlert() {
+    if (openSheet || waitingAlerts.empty())
+        return;
+    openSheet = std::make_unique<AlertSheet>(window, waitingAlerts.front());
+    waitingAlerts.pop_front();
+    openSheet->signal_hide().connect([this] {
+        Glib::signal_idle().connect_once([this] {
+            openSheet.reset();
+            showNextAlert();
+        });
+    });
+    openSheet->present();
+}
+
+}  // namespace vok

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/Window.h"
+#include "platform/gtk/AlertSheet.h"
+
+#include <gtkmm/applicationwindow.h>
+#include <gtkmm/overlay.h>
+#include <gtkmm/progressbar.h>
+
+#include <deque>
+#include <memory>
+
+namespace vok {
+
+/// The main window: the page, and over its upper edge a thin bar while a page loads.
+class GtkWindow final : public vok::Window {
+public:
+    GtkWindow(const std::string& title, const std::string& iconName, Gtk::Widget& page);
+
+    void performMiniaturize() override;
+    void beginAlertSheet(AlertStyle style, const std::string& title, const std::string& defaultButton,
+                         const std::string& message) override;
+
+    /// Progress of the load from 0 to 1; 1 when no page is loading.
+    void showLoadProgress(double progress);
+
+    Gtk::ApplicationWindow& gtkWindow() { return window; }
+
+private:
+    void showNextAlert();
+
+    Gtk::ApplicationWindow window;
+    Gtk::Overlay overlay;
+    Gtk::ProgressBar progressBar;
+    std::deque<Alert> waitingAlerts;
+    std::unique_ptr<AlertSheet> openSheet;
+};
+
+}  // namespace vok

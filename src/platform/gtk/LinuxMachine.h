@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/Machine.h"
+
+namespace vok {
+
+/// The machine by os-release, the locale, systemd's machine identifier, AccountsService and logind. What is
+/// not running is a failure or nothing, never a wait of more than a few seconds.
+class LinuxMachine final : public Machine {
+public:
+    std::string operatingSystemVersionString() const override;
+    std::optional<std::vector<std::string>> preferredLanguages() const override;
+    std::optional<std::string> platformUUID() const override;
+    LocalIdentities localIdentities() const override;
+    std::optional<std::string> restart() override;
+};
+
+}  // namespace vok

@@ -1,0 +1,116 @@
+#include "platform/gtk/PlistReader.h"
+
+#include <plist/plist.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <memory>
+#include <sstream>
+
+namespace vok {
+
+namespace {
+
+/// libplist's texts and iterators come from malloc.
+struct PlistFree {
+    void operator()(void* memory) const { std::free(memory); }
+};
+using PlistText = std::unique_ptr<char, PlistFree>;
+
+struct NodeFree {
+    void operator()(void* node) const { plist_free(node); }
+};
+using Node = std::unique_ptr<void, NodeFree>;
+
+Node parse(const std::string& contents) {
+    if (contents.size() > std::numeric_limits<std::uint32_t>::max())
+        return nullptr;
+    const auto length = static_cast<std::uint32_t>(contents.size());
+    plist_t root = nullptr;
+    if (plist_is_binary(contents.data(), length))
+        plist_from_bin(contents.data(), length, &root);
+    else
+        plist_from_xml(contents.data(), length, &root);
+    return Node(root);
+}
+
+std::string stringValue(plist_t node) {
+    char* value = nullptr;
+    plist_get_string_val(node, &value);
+    const PlistText owned(value);
+    return value ? value : "";
+}
+
+std::string booleanText(plist_t node) {
+    std::uint8_t value = 0;
+    plist_get_bool_val(node, &value);
+    return value ? "1" : "0";
+}
+
+std::string integerText(plist_t node) {
+    std::uint64_t value = 0;
+    plist_get_uint_val(node, &value);
+    return std::to_string(static_cast<std::int64_t>(value));
+}
+
+std::string realText(plist_t node) {
+    double value = 0;
+    plist_get_real_val(node, &value);
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text.precision(16);
+    text << value;
+    return text.str();
+}
+
+/// Dates, data and collections: their XML, which is the only text they have here.
+std::string xmlText(plist_t node) {
+    char* xml = nullptr;
+    std::uint32_t length = 0;
+    plist_to_xml(node, &xml, &length);
+    const PlistText owned(xml);
+    return xml ? std::string(xml, length) : "";
+}
+
+std::string textOf(plist_t node) {
+    switch (plist_get_node_type(node)) {
+    case PLIST_STRING:
+        return stringValue(node);
+    case PLIST_BOOLEAN:
+        return booleanText(node);
+    case PLIST_UINT:
+        return integerText(node);
+    case PLIST_REAL:
+        return realText(node);
+    default:
+        return xmlText(node);
+    }
+}
+
+}  // namespace
+
+std::optional<Dictionary> PlistReader::dictionaryWithContentsOfFile(const std::string& path) const {
+    std::ifstream file(path, std::ios::binary);
+    const std::string contents{std::istreambuf_iterator<char>(file), {}};
+    const auto root = parse(contents);
+    if (!root || plist_get_node_type(root.get()) != PLIST_DICT)
+        return std::nullopt;
+
+    plist_dict_iter newIterator = nullptr;
+    plist_dict_new_iter(root.get(), &newIterator);
+    const std::unique_ptr<void, PlistFree> iterator(newIterator);
+    Dictionary dictionary;
+    for (;;) {
+        char* key = nullptr;
+        plist_t value = nullptr;
+        plist_dict_next_item(root.get(), iterator.get(), &key, &value);
+        const PlistText owned(key);
+        if (!value)
+            return dictionary;
+        dictionary.insert_or_assign(key, textOf(value));
+    }
+}
+
+}  // namespace vok

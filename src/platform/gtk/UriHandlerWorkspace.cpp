@@ -1,0 +1,22 @@
+#include "platform/gtk/UriHandlerWorkspace.h"
+
+#include "foundation/Log.h"
+#include "platform/gtk/Renderer.h"
+
+#include <gdkmm/applaunchcontext.h>
+#include <gdkmm/display.h>
+#include <giomm/appinfo.h>
+
+namespace vok {
+
+void UriHandlerWorkspace::openURL(const std::string& url) {
+    try {
+        const auto context = Gdk::Display::get_default()->get_app_launch_context();
+        withoutPlainRenderer(context);
+        Gio::AppInfo::launch_default_for_uri(url, context);
+    } catch (const Glib::Error& error) {
+        Log("Failed to open '%@' in the default browser (%s).", url, error.what());
+    }
+}
+
+}  // namespace vok

@@ -1,0 +1,205 @@
+#include "platform/gtk/WebKitView.h"
+
+#include "foundation/Log.h"
+#include "platform/FailurePage.h"
+#include "platform/gtk/Renderer.h"
+
+#include <array>
+
+namespace vok {
+
+namespace {
+
+struct FeatureListUnref {
+    void operator()(WebKitFeatureList* list) const { webkit_feature_list_unref(list); }
+};
+
+/// What WebKitGTK slows down or stops while its window is hidden.
+constexpr auto hiddenPageFeatures = std::to_array<std::string_view>({
+    "HiddenPageCSSAnimationSuspensionEnabled",
+    "HiddenPageDOMTimerThrottlingEnabled",
+    "HiddenPageDOMTimerThrottlingAutoIncreases",
+    "PageVisibilityBasedProcessSuppressionEnabled",
+});
+
+GObjectPtr<WebKitSettings> makeSettings() {
+    GObjectPtr<WebKitSettings> settings(webkit_settings_new());
+    webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), true);
+    if (plainRendererInUse())
+        webkit_settings_set_hardware_acceleration_policy(settings.get(),
+                                                         WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
+    return settings;
+}
+
+/// A new view, referenced by whoever takes it into a widget tree.
+WebKitWebView* makeView() {
+    const GObjectPtr<WebKitNetworkSession> session(webkit_network_session_new_ephemeral());
+    const auto settings = makeSettings();
+    return WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", session.get(), "settings",
+                                        settings.get(), nullptr));
+}
+
+std::string requestURL(WebKitNavigationAction* action) {
+    return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
+}
+
+bool isInterruption(const GError& error) {
+    return g_error_matches(&error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED) ||
+           g_error_matches(&error, WEBKIT_POLICY_ERROR,
+                           WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE);
+}
+
+class DecisionListener final : public WebPolicyDecisionListener {
+public:
+    explicit DecisionListener(WebKitPolicyDecision* asked) : decision(asked) {}
+    void use() override { webkit_policy_decision_use(decision); }
+    void ignore() override { webkit_policy_decision_ignore(decision); }
+
+private:
+    WebKitPolicyDecision* decision;
+};
+
+/// The decision about a window of its own: taken without asking the view to load anything.
+class NewWindowListener final : public WebPolicyDecisionListener {
+public:
+    NewWindowListener(WebView& target, const std::string& requested) : view(target), url(requested) {}
+    void use() override { view.mainFrame().loadRequest(url); }
+    void ignore() override {}
+
+private:
+    WebView& view;
+    const std::string& url;
+};
+
+}  // namespace
+
+WebKitView::WebKitView(std::function<void(double)> progress) : onProgress(std::move(progress)) {
+    GtkWidget* const widget = GTK_WIDGET(makeView());
+    page.reset(Glib::wrap(widget));
+    view = WEBKIT_WEB_VIEW(widget);
+    page->set_expand();
+    bindSignals();
+}
+
+void WebKitView::bindSignals() {
+    connections.push_back(connect<void(WebKitLoadEvent)>(
+        view, "load-changed", [this](WebKitLoadEvent event) { onLoadChanged(event); }));
+    connections.push_back(connect<gboolean(WebKitLoadEvent, const char*, GError*)>(
+        view, "load-failed", [this](WebKitLoadEvent, const char* url, GError* error) {
+            onLoadFailed(url, *error);
+            return true;
+        }));
+    connections.push_back(connect<gboolean(const char*, GTlsCertificate*, GTlsCertificateFlags)>(
+        view, "load-failed-with-tls-errors", [this](const char* url, GTlsCertificate*, GTlsCertificateFlags) {
+            load = Load::failed;
+            showFailurePage(url, "The certificate of the server cannot be trusted.");
+            return true;
+        }));
+    connections.push_back(connect<gboolean(WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
+        view, "decide-policy", [this](WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+            return onDecidePolicy(decision, type);
+        }));
+    connections.push_back(connect<GtkWidget*(WebKitNavigationAction*)>(
+        view, "create", [this](WebKitNavigationAction* action) -> GtkWidget* {
+            onCreate(action);
+            return nullptr;
+        }));
+    connections.push_back(connect<void(WebKitWebProcessTerminationReason)>(
+        view, "web-process-terminated",
+        [this](WebKitWebProcessTerminationReason) { onProcessTerminated(); }));
+    connections.push_back(
+        connect<void(GParamSpec*)>(view, "notify::estimated-load-progress", [this](GParamSpec*) {
+            onProgress(webkit_web_view_get_estimated_load_progress(view));
+        }));
+}
+
+std::optional<std::string> WebKitView::mainFrameURL() const {
+    const char* const url = webkit_web_view_get_uri(view);
+    return url ? std::optional<std::string>(url) : std::nullopt;
+}
+
+void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
+    WebKitSettings* const settings = webkit_web_view_get_settings(view);
+    const std::unique_ptr<WebKitFeatureList, FeatureListUnref> features(webkit_settings_get_all_features());
+    for (gsize i = 0; i < webkit_feature_list_get_length(features.get()); ++i) {
+        WebKitFeature* const feature = webkit_feature_list_get(features.get(), i);
+        if (std::ranges::find(hiddenPageFeatures, webkit_feature_get_identifier(feature)) !=
+            hiddenPageFeatures.end())
+            webkit_settings_set_feature_enabled(settings, feature, !update);
+    }
+}
+
+void WebKitView::loadRequest(const std::string& url) { webkit_web_view_load_uri(view, url.c_str()); }
+
+void WebKitView::onLoadChanged(WebKitLoadEvent event) {
+    if (event == WEBKIT_LOAD_STARTED) {
+        load = std::exchange(failurePageRequested, false) ? Load::failurePage : Load::page;
+        if (load == Load::page && frameLoadDelegate)
+            frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*this, *this);
+    } else if (event == WEBKIT_LOAD_FINISHED) {
+        if (std::exchange(load, Load::none) == Load::page && frameLoadDelegate)
+            frameLoadDelegate->webViewDidFinishLoadForFrame(*this, *this);
+    }
+}
+
+void WebKitView::onLoadFailed(const char* url, const GError& error) {
+    load = Load::failed;
+    if (!isInterruption(error))
+        showFailurePage(url, error.message);
+}
+
+void WebKitView::showFailurePage(const std::string& url, const std::string& reason) {
+    Log("Failed to load '%@' (%@).", url, reason);
+    failurePageRequested = true;
+    // With its own address as the base, the page may link to it even where that is a local file.
+    webkit_web_view_load_alternate_html(view, failurePage(url, reason).c_str(), url.c_str(), url.c_str());
+}
+
+bool WebKitView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+    switch (type) {
+    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION: {
+        if (!policyDelegate)
+            return false;
+        DecisionListener listener(decision);
+        const auto url = requestURL(webkit_navigation_policy_decision_get_navigation_action(
+            WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
+        policyDelegate->webViewDecidePolicyForNavigationAction(*this, url, listener);
+        return true;
+    }
+    case WEBKIT_POLICY_DECISION_TYPE_RESPONSE:
+        return onResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision));
+    default:
+        return false;  // a new window is asked for again, in "create"
+    }
+}
+
+/// A page that is a file to download would leave the view as it is, without a word.
+bool WebKitView::onResponse(WebKitResponsePolicyDecision* decision) {
+    if (!webkit_response_policy_decision_is_main_frame_main_resource(decision) ||
+        webkit_response_policy_decision_is_mime_type_supported(decision))
+        return false;
+    webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
+    WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
+    showFailurePage(webkit_uri_response_get_uri(response),
+                    StringWithFormat("A file of the type '%s' cannot be shown here.",
+                                     webkit_uri_response_get_mime_type(response)));
+    return true;
+}
+
+void WebKitView::onCreate(WebKitNavigationAction* action) {
+    if (!uiDelegate || !policyDelegate)
+        return;
+    const auto url = requestURL(action);
+    auto& target = uiDelegate->webViewCreateWebViewWithRequest(*this, url);
+    NewWindowListener listener(target, url);
+    policyDelegate->webViewDecidePolicyForNavigationAction(target, url, listener);
+}
+
+void WebKitView::onProcessTerminated() {
+    load = Load::failed;
+    failurePageRequested = false;
+    if (frameLoadDelegate)
+        frameLoadDelegate->webViewWebContentProcessDidTerminate(*this);
+}
+
+}  // namespace vok
