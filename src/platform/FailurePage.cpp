@@ -21,7 +21,7 @@ main { box-sizing: border-box; width: min(36rem, 100%); padding: 2rem }
 h1 { margin: 0 0 .5rem; font-size: 1.5rem; line-height: 1.3 }
 dl { margin: 1.5rem 0 2rem; padding: 1rem 0; border: solid var(--line); border-width: 1px 0; overflow-wrap: anywhere }
 dt { color: var(--muted); font-size: .875rem }
-dd { margin: 0 0 .75rem; max-height: 8rem; overflow: auto }
+dd { margin: 0 0 .75rem; max-height: 7.5rem; overflow: auto }
 dd:last-child { margin: 0 }
 a { display: inline-block; padding: .6rem 1.4rem; border-radius: .5rem; background: var(--accent);
   color: var(--on-accent); font-weight: 600; text-decoration: none }

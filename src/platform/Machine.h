@@ -23,7 +23,7 @@ struct LocalIdentitiesFailure {
         query,      ///< the question could not be put
         execution,  ///< the question was put and failed
     };
-    Step step;
+    Step step = Step::query;
     std::optional<std::string> description;  ///< of a failed execution, when the platform has one
 };
 

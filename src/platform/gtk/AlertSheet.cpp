@@ -6,6 +6,8 @@
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/shortcutcontroller.h>
 
+#include <algorithm>
+
 namespace vok {
 
 namespace {
@@ -30,15 +32,29 @@ Gtk::Label& label(const std::string& text) {
     return label;
 }
 
+/// Height of `label` once it is wrapped, in pixels. A scrolled area only asks for that of its longest line.
+int wrappedHeight(const Gtk::Label& label) {
+    int minimum = 0;
+    int natural = 0;
+    int ignored = 0;
+    label.measure(Gtk::Orientation::VERTICAL, messageWidth, minimum, natural, ignored, ignored);
+    return natural;
+}
+
 Gtk::ScrolledWindow& messageArea(const std::string& message) {
     auto& text = label(message);
     text.set_selectable();
     text.set_valign(Gtk::Align::START);
+    text.set_margin_end(6);
+    Pango::AttrList attributes;
+    auto noHyphens = Pango::Attribute::create_attr_insert_hyphens(false);
+    attributes.insert(noHyphens);
+    text.set_attributes(attributes);
     auto& area = *Gtk::make_managed<Gtk::ScrolledWindow>();
+    area.set_overlay_scrolling(false);
     area.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
     area.set_size_request(messageWidth, -1);
-    area.set_propagate_natural_height();
-    area.set_max_content_height(greatestMessageHeight);
+    area.set_min_content_height(std::min(wrappedHeight(text), greatestMessageHeight));
     area.set_child(text);
     return area;
 }

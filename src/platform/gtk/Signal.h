@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/gtk/Guard.h"
+#include "foundation/Shielded.h"
 
 #include <glib-object.h>
 

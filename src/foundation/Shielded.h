@@ -8,8 +8,8 @@
 
 namespace vok {
 
-/// Calls `callback` where an exception must go no further: in a frame that C code called. What is thrown is
-/// logged, and the program goes on with a value-initialised result.
+/// Calls `callback` where an exception must go no further: in a frame that C or Objective-C code called. What
+/// is thrown is logged, and the program goes on with a value-initialised result.
 template <class Callback>
 std::invoke_result_t<Callback> shielded(Callback&& callback) noexcept {
     try {
