@@ -4,6 +4,7 @@
 #include "platform/FailurePage.h"
 #include "platform/gtk/Renderer.h"
 
+#include <algorithm>
 #include <array>
 
 namespace vok {
@@ -14,13 +15,14 @@ struct FeatureListUnref {
     void operator()(WebKitFeatureList* list) const { webkit_feature_list_unref(list); }
 };
 
-/// What WebKitGTK slows down or stops while its window is hidden.
-constexpr auto hiddenPageFeatures = std::to_array<std::string_view>({
-    "HiddenPageCSSAnimationSuspensionEnabled",
-    "HiddenPageDOMTimerThrottlingEnabled",
-    "HiddenPageDOMTimerThrottlingAutoIncreases",
-    "PageVisibilityBasedProcessSuppressionEnabled",
-});
+/// How the names of the features begin by which WebKitGTK slows down or stops a page whose window is hidden.
+constexpr auto hiddenPageFeatures = std::to_array<std::string_view>({"HiddenPage", "PageVisibilityBased"});
+
+bool isHiddenPageFeature(WebKitFeature* feature) {
+    const std::string_view name = webkit_feature_get_identifier(feature);
+    return std::ranges::any_of(hiddenPageFeatures,
+                               [&](auto beginning) { return name.starts_with(beginning); });
+}
 
 GObjectPtr<WebKitSettings> makeSettings() {
     GObjectPtr<WebKitSettings> settings(webkit_settings_new());
@@ -123,8 +125,7 @@ void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
     const std::unique_ptr<WebKitFeatureList, FeatureListUnref> features(webkit_settings_get_all_features());
     for (gsize i = 0; i < webkit_feature_list_get_length(features.get()); ++i) {
         WebKitFeature* const feature = webkit_feature_list_get(features.get(), i);
-        if (std::ranges::find(hiddenPageFeatures, webkit_feature_get_identifier(feature)) !=
-            hiddenPageFeatures.end())
+        if (isHiddenPageFeature(feature))
             webkit_settings_set_feature_enabled(settings, feature, !update);
     }
 }
