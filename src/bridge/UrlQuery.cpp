@@ -3,6 +3,8 @@
 #include "foundation/Exception.h"
 #include "foundation/PercentEscapes.h"
 
+#include <algorithm>
+
 namespace vok {
 
 using enum ExceptionKind;

@@ -55,6 +55,7 @@ WebView& AppDelegate::webViewCreateWebViewWithRequest(WebView& sender, const std
 }
 
 void AppDelegate::webViewWebContentProcessDidTerminate(WebView&) {
+    openUrlInNewWindow = false;  // the navigation that was to follow is gone with the page
     if (std::exchange(recoveringFromLostPage, true)) {
         Log("The web content process has ended again. Giving up.");
         showErrorMessage("The page cannot be displayed.\nClose the installer and start it again.");

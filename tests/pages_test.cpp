@@ -1,0 +1,136 @@
+#include "support/InstallerTest.h"
+
+namespace vok::test {
+
+const std::string tools = "/Apps/Vok Test.app/Contents/MacOS/Tools";
+const std::string splash = "file:///Apps/Vok%20Test.app/Contents/MacOS/Tools/splash.html";
+
+using StartUpTest = InstallerTest;
+
+TEST_F(StartUpTest, PreparesTheWebViewAndShowsTheSplashPage) {
+    desktop.propertyLists[tools + "/installer_config.plist"] = config;
+    installer.applicationDidFinishLaunching();
+    EXPECT_EQ(desktop.takeEvents(), (Events{"close with window", "update off screen", "load " + splash}));
+    EXPECT_EQ(takeLog(), Events{"Natigating to splash page (url = '" + splash + "')..."});
+    EXPECT_EQ(desktop.frameLoadDelegate, &installer);
+    EXPECT_EQ(desktop.policyDelegate, &installer);
+    EXPECT_EQ(desktop.uiDelegate, &installer);
+    const auto first = pid();
+    EXPECT_EQ(first.find_first_not_of("0123456789ABCDEF-"), first.npos);
+    start();
+    EXPECT_NE(pid(), first);
+}
+
+TEST_F(StartUpTest, MissingConfigurationEndsInASheet) {
+    installer.applicationDidFinishLaunching();
+    EXPECT_EQ(desktop.events,
+              Events{errorSheet("Initialization failed.\nFailed to load app config from the '" + tools +
+                                "/installer_config.plist' file.")});
+    EXPECT_EQ(takeLog(), Events{});
+    EXPECT_EQ(desktop.frameLoadDelegate, nullptr);
+    EXPECT_TRUE(installer.applicationShouldTerminateAfterLastWindowClosed());
+}
+
+TEST_F(StartUpTest, OtherExceptionsPassThrough) {
+    config.erase("lang");
+    desktop.languages = []() -> Languages { throw std::runtime_error("broken"); };
+    EXPECT_THROW(start(), std::runtime_error);
+    EXPECT_EQ(desktop.events, Events{});
+}
+
+struct PageFlowTest : InstallerTest {
+    void SetUp() override { start(); }
+
+    Events decide(const std::string& url) {
+        installer.webViewDecidePolicyForNavigationAction(desktop, url, desktop);
+        return desktop.takeEvents();
+    }
+    Events ensureNavigatedTo(const std::string& url) {
+        installer.ensureNavigatedTo(url);
+        return desktop.takeEvents();
+    }
+    Events loseWebProcess() {
+        installer.webViewWebContentProcessDidTerminate(desktop);
+        return desktop.takeEvents();
+    }
+
+    const std::string firstPage =
+        "load https://pages.test/first?agentId=AGENT&version=1.2.3"
+        "&os=Mac%2520OS%2520Test%2520OS%252012%2520(100%2525)&lang=en-GB&src=a%20b&utm=1";
+};
+
+TEST_F(PageFlowTest, FirstPageFollowsTheSplashPage) {
+    EXPECT_EQ(finishLoad(splash), Events{firstPage});
+    EXPECT_EQ(takeLog(), (Events{"frameUrl = " + splash,
+                                 "Navigated to splash page. Begin navigating to installation page..."}));
+    desktop.identities = LocalIdentitiesFailure{LocalIdentitiesFailure::Step::query, {}};
+    EXPECT_EQ(finishLoad(splash + "#again"), Events{firstPage});
+    desktop.identities = std::vector<LocalIdentity>{
+        {true, false, "B2", "Jörg 50%", {}}, {true, false, "A1", "Ann", {}}, {false, false, "C3", "Off", {}}};
+    EXPECT_EQ(finishLoad(splash), Events{firstPage + "&account%5BB2%5D=J%C3%B6rg%2050%25"});
+    config.erase("lang");
+    start();
+    EXPECT_NE(finishLoad(splash).at(0).find("&lang=en&"), std::string::npos);
+}
+
+TEST_F(PageFlowTest, MissingPartsOfTheFirstPageLeaveTheCallback) {
+    for (const std::string key : {"CFBundleVersion", "analyticParams", "firstInstallationPageUrl"}) {
+        config.erase(key);
+        desktop.info.erase(key);
+        start();
+        EXPECT_EQ(failureOf([&] { finishLoad(splash); }), "generic: " + missing(key));
+        EXPECT_EQ(desktop.events, Events{});
+    }
+}
+
+TEST_F(PageFlowTest, OnlyCommandUrlsOfTheMainFrameRun) {
+    const Events noQuery = {commandFailed("Invalid argument (urlQuery is nil).")};
+    EXPECT_EQ(finishLoad("https://pages.test/command"), noQuery);
+    EXPECT_EQ(finishLoad("https://pages.test/commands#?command=hide"), noQuery);
+    EXPECT_EQ(finishLoad("https://pages.test/Command?command=hide"), Events{});
+    EXPECT_EQ(finishLoad("https://pages.test/?https://pages.test/command?command=hide"), Events{});
+
+    FakePlatform frame;
+    frame.currentURL = desktop.currentURL = "https://pages.test/command?command=hide";
+    installer.webViewDidStartProvisionalLoadForFrame(desktop, desktop);
+    installer.webViewDidFinishLoadForFrame(desktop, frame);
+    EXPECT_EQ(desktop.events, Events{});
+}
+
+TEST_F(PageFlowTest, SplashPageIsRecognisedBeforeCommands) {
+    config["commandUrlPrefix"] = "file:";
+    start();
+    EXPECT_EQ(finishLoad(splash), Events{firstPage});
+    EXPECT_EQ(finishLoad("file:///x"), Events{commandFailed("Invalid argument (urlQuery is nil).")});
+    config.erase("commandUrlPrefix");
+    start();
+    EXPECT_EQ(finishLoad(splash), Events{firstPage});
+    EXPECT_EQ(failureOf([&] { finishLoad("https://x.test"); }), "generic: " + missing("commandUrlPrefix"));
+}
+
+TEST_F(PageFlowTest, LoadsAnotherPageOnlyWhenOneIsShown) {
+    desktop.urls["https://A.test"] = {"https://a.test/", {}};
+    EXPECT_EQ(ensureNavigatedTo("https://A.test"), Events{});
+    desktop.currentURL = "https://a.test/";
+    EXPECT_EQ(ensureNavigatedTo("https://A.test"), Events{});
+    desktop.currentURL = "https://A.test";
+    EXPECT_EQ(ensureNavigatedTo("https://A.test"), Events{"load https://a.test/"});
+}
+
+TEST_F(PageFlowTest, NextNavigationAfterANewWindowGoesToTheBrowser) {
+    EXPECT_EQ(decide("https://a.test/1"), Events{"use"});
+    EXPECT_EQ(&installer.webViewCreateWebViewWithRequest(desktop, "https://a.test/2"), &desktop);
+    EXPECT_EQ(decide("https://a.test/3"), (Events{"browse https://a.test/3", "ignore"}));
+    EXPECT_EQ(decide("https://a.test/4"), Events{"use"});
+}
+
+TEST_F(PageFlowTest, LostWebProcessLeadsBackToTheSplashPageOnce) {
+    const auto sheet = errorSheet("The page cannot be displayed.\nClose the installer and start it again.");
+    EXPECT_EQ(loseWebProcess(), Events{"load " + splash});
+    finishLoad(splash);
+    EXPECT_EQ(loseWebProcess(), Events{sheet});
+    finishLoad("https://pages.test/first");
+    EXPECT_EQ(loseWebProcess(), Events{"load " + splash});
+}
+
+}  // namespace vok::test

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "foundation/Exception.h"
+#include "support/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+namespace vok::test {
+
+/// Takes the lines that have been logged since the last call.
+std::vector<std::string> takeLog();
+
+/// Names a test after the `name` of its row.
+inline constexpr auto rowName = [](const auto& test) { return std::string(test.param.name); };
+
+/// Kind and message of the Exception that `action` raises; "nothing" when it raises none.
+template <class Action>
+std::string failureOf(Action action) {
+    try {
+        action();
+        return "nothing";
+    } catch (const Exception& exception) {
+        const bool generic = exception.kind() == ExceptionKind::NSGenericException;
+        return (generic ? "generic: " : "argument: ") + exception.message();
+    }
+}
+
+/// The message about a key that a dictionary does not have.
+inline std::string missing(const std::string& key) {
+    return "Failed to get '" + key + "' string from dictionary (string is not found).";
+}
+
+inline std::string errorSheet(const std::string& message) { return "critical sheet Error [OK] " + message; }
+
+inline std::string commandFailed(const std::string& message) {
+    return errorSheet("Failed to execute command.\n" + message);
+}
+
+/// The query of the report of `action` by InstallerTest's installer.
+inline std::string report(const std::string& action, const std::string& params = "") {
+    return "pid=PID&agentId=AGENT&action=" + action + "&event=finished&result=success&" + params;
+}
+
+/// An installer on a desktop of its own, with a whole configuration.
+struct InstallerTest : testing::Test {
+    /// Launches the installer with the configuration as it is then, and forgets what it did so far.
+    void start() {
+        desktop.propertyLists[desktop.bundle + "/Contents/MacOS/Tools/installer_config.plist"] = config;
+        installer.applicationDidFinishLaunching();
+        desktop.takeEvents();
+        takeLog();
+    }
+
+    /// What the installer does about a finished load of `url` in the main frame, "PID" for its identifier.
+    Events finishLoad(const std::string& url) {
+        desktop.currentURL = url;
+        installer.webViewDidFinishLoadForFrame(desktop, desktop);
+        auto events = desktop.takeEvents();
+        for (auto& event : events)
+            if (const auto place = event.find(pid()); place != event.npos)
+                event.replace(place, 36, "PID");
+        return events;
+    }
+
+    /// What the installer does about the command URL with `query`.
+    Events run(const std::string& query) { return finishLoad("https://pages.test/command?" + query); }
+
+    /// The identifier of this run.
+    std::string pid() const { return installer.formatCallbackUrl(true, "", "", "", "").substr(5, 36); }
+
+    Dictionary config = {{"installTool", "install tool"},
+                         {"launchAsAdminTool", "admin tool"},
+                         {"agentId", "AGENT"},
+                         {"targetDir", "/opt/target dir"},
+                         {"lang", "en-GB"},
+                         {"firstInstallationPageUrl", "https://pages.test/first"},
+                         {"analyticParams", "src=a b&utm=1"},
+                         {"commandUrlPrefix", "https://pages.test/command"}};
+    FakePlatform desktop;
+    AppDelegate installer{desktop.port()};
+};
+
+}  // namespace vok::test
