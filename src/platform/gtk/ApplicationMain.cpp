@@ -35,8 +35,8 @@ class Installer {
 public:
     Installer(Application& application, const Bundle& bundle, const PropertyListReader& propertyLists,
               const ApplicationDelegateMaker& makeDelegate)
-        : webView([this](double progress) { window.showLoadProgress(progress); }),
-          window(windowTitle(bundle), identifier, webView.widget()),
+        : window(windowTitle(bundle), identifier),
+          webView([this](double progress) { window.showLoadProgress(progress); }),
           delegate(
               makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
     }
@@ -49,8 +49,8 @@ private:
     GlibURLParser urls;
     LinuxMachine machine;
     ColorScheme colorScheme;
-    WebKitView webView;
     GtkWindow window;
+    WebKitView webView;
     std::unique_ptr<ApplicationDelegate> delegate;
 };
 
@@ -61,11 +61,16 @@ public:
         : makeDelegate(std::move(maker)), bundle(propertyLists),
           application(Gtk::Application::create(identifier)) {
         application->signal_activate().connect([this] { shielded([this] { onActivate(); }); });
-        application->signal_window_removed().connect([this](Gtk::Window*) { onWindowRemoved(); });
+        windowRemoved =
+            application->signal_window_removed().connect([this](Gtk::Window*) { onWindowRemoved(); });
     }
 
     /// The program's arguments mean nothing, so the toolkit gets none.
-    int run() { return application->run(); }
+    int run() {
+        const int status = application->run();
+        windowRemoved.disconnect();
+        return status;
+    }
 
     void terminate() override { application->quit(); }
 
@@ -99,6 +104,7 @@ private:
     PlistReader propertyLists;
     ExecutableBundle bundle;
     Glib::RefPtr<Gtk::Application> application;
+    sigc::connection windowRemoved;
     std::unique_ptr<Installer> installer;
 };
 

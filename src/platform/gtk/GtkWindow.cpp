@@ -4,18 +4,21 @@
 
 namespace vok {
 
-GtkWindow::GtkWindow(const std::string& title, const std::string& iconName, Gtk::Widget& page) {
+GtkWindow::GtkWindow(const std::string& title, const std::string& iconName) {
     progressBar.set_valign(Gtk::Align::START);
     progressBar.set_can_target(false);
     progressBar.set_visible(false);
-    overlay.set_child(page);
     overlay.add_overlay(progressBar);
 
-    page.set_size_request(640, 480);
     window.set_title(title);
     window.set_icon_name(iconName);
     window.set_default_size(900, 680);
     window.set_child(overlay);
+}
+
+void GtkWindow::setPage(Gtk::Widget& page) {
+    page.set_size_request(640, 480);
+    overlay.set_child(page);
     window.set_focus(page);
 }
 

@@ -15,7 +15,10 @@ namespace vok {
 /// The main window: the page, and over its upper edge a thin bar while a page loads.
 class GtkWindow final : public vok::Window {
 public:
-    GtkWindow(const std::string& title, const std::string& iconName, Gtk::Widget& page);
+    GtkWindow(const std::string& title, const std::string& iconName);
+
+    /// Fills the window with `page` and gives it the focus.
+    void setPage(Gtk::Widget& page);
 
     void performMiniaturize() override;
     void beginAlertSheet(AlertStyle style, const std::string& title, const std::string& defaultButton,

@@ -33,12 +33,11 @@ GObjectPtr<WebKitSettings> makeSettings() {
     return settings;
 }
 
-/// A new view, referenced by whoever takes it into a widget tree.
-WebKitWebView* makeView() {
+GObjectPtr<WebKitWebView> makeView() {
     const GObjectPtr<WebKitNetworkSession> session(webkit_network_session_new_ephemeral());
     const auto settings = makeSettings();
-    return WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", session.get(), "settings",
-                                        settings.get(), nullptr));
+    return GObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(g_object_ref_sink(g_object_new(
+        WEBKIT_TYPE_WEB_VIEW, "network-session", session.get(), "settings", settings.get(), nullptr))));
 }
 
 std::string requestURL(WebKitNavigationAction* action) {
@@ -75,53 +74,52 @@ private:
 
 }  // namespace
 
-WebKitView::WebKitView(std::function<void(double)> progress) : onProgress(std::move(progress)) {
-    GtkWidget* const widget = GTK_WIDGET(makeView());
-    page.reset(Glib::wrap(widget));
-    view = WEBKIT_WEB_VIEW(widget);
-    page->set_expand();
+WebKitView::WebKitView(std::function<void(double)> progress)
+    : view(makeView()), onProgress(std::move(progress)) {
+    widget().set_expand();
     bindSignals();
 }
 
 void WebKitView::bindSignals() {
     connections.push_back(connect<void(WebKitLoadEvent)>(
-        view, "load-changed", [this](WebKitLoadEvent event) { onLoadChanged(event); }));
+        view.get(), "load-changed", [this](WebKitLoadEvent event) { onLoadChanged(event); }));
     connections.push_back(connect<gboolean(WebKitLoadEvent, const char*, GError*)>(
-        view, "load-failed", [this](WebKitLoadEvent, const char* url, GError* error) {
+        view.get(), "load-failed", [this](WebKitLoadEvent, const char* url, GError* error) {
             onLoadFailed(url, *error);
             return true;
         }));
     connections.push_back(connect<gboolean(const char*, GTlsCertificate*, GTlsCertificateFlags)>(
-        view, "load-failed-with-tls-errors", [this](const char* url, GTlsCertificate*, GTlsCertificateFlags) {
+        view.get(), "load-failed-with-tls-errors",
+        [this](const char* url, GTlsCertificate*, GTlsCertificateFlags) {
             load = Load::failed;
             showFailurePage(url, "The certificate of the server cannot be trusted.");
             return true;
         }));
     connections.push_back(connect<gboolean(WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
-        view, "decide-policy", [this](WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+        view.get(), "decide-policy", [this](WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
             return onDecidePolicy(decision, type);
         }));
     connections.push_back(connect<GtkWidget*(WebKitNavigationAction*)>(
-        view, "create", [this](WebKitNavigationAction* action) -> GtkWidget* {
+        view.get(), "create", [this](WebKitNavigationAction* action) -> GtkWidget* {
             onCreate(action);
             return nullptr;
         }));
     connections.push_back(connect<void(WebKitWebProcessTerminationReason)>(
-        view, "web-process-terminated",
+        view.get(), "web-process-terminated",
         [this](WebKitWebProcessTerminationReason) { onProcessTerminated(); }));
     connections.push_back(
-        connect<void(GParamSpec*)>(view, "notify::estimated-load-progress", [this](GParamSpec*) {
-            onProgress(webkit_web_view_get_estimated_load_progress(view));
+        connect<void(GParamSpec*)>(view.get(), "notify::estimated-load-progress", [this](GParamSpec*) {
+            onProgress(webkit_web_view_get_estimated_load_progress(view.get()));
         }));
 }
 
 std::optional<std::string> WebKitView::mainFrameURL() const {
-    const char* const url = webkit_web_view_get_uri(view);
+    const char* const url = webkit_web_view_get_uri(view.get());
     return url ? std::optional<std::string>(url) : std::nullopt;
 }
 
 void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
-    WebKitSettings* const settings = webkit_web_view_get_settings(view);
+    WebKitSettings* const settings = webkit_web_view_get_settings(view.get());
     const std::unique_ptr<WebKitFeatureList, FeatureListUnref> features(webkit_settings_get_all_features());
     for (gsize i = 0; i < webkit_feature_list_get_length(features.get()); ++i) {
         WebKitFeature* const feature = webkit_feature_list_get(features.get(), i);
@@ -130,7 +128,7 @@ void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
     }
 }
 
-void WebKitView::loadRequest(const std::string& url) { webkit_web_view_load_uri(view, url.c_str()); }
+void WebKitView::loadRequest(const std::string& url) { webkit_web_view_load_uri(view.get(), url.c_str()); }
 
 void WebKitView::onLoadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
@@ -153,7 +151,8 @@ void WebKitView::showFailurePage(const std::string& url, const std::string& reas
     Log("Failed to load '%@' (%@).", url, reason);
     failurePageRequested = true;
     // With its own address as the base, the page may link to it even where that is a local file.
-    webkit_web_view_load_alternate_html(view, failurePage(url, reason).c_str(), url.c_str(), url.c_str());
+    webkit_web_view_load_alternate_html(view.get(), failurePage(url, reason).c_str(), url.c_str(),
+                                        url.c_str());
 }
 
 bool WebKitView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {

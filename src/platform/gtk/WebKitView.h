@@ -16,7 +16,7 @@ public:
     /// `onProgress` hears of the load's progress, from 0 to 1.
     explicit WebKitView(std::function<void(double)> onProgress);
 
-    Gtk::Widget& widget() { return *page; }
+    Gtk::Widget& widget() { return *Glib::wrap(GTK_WIDGET(view.get())); }
 
     WebFrame& mainFrame() override { return *this; }
     std::optional<std::string> mainFrameURL() const override;
@@ -48,8 +48,7 @@ private:
     void onCreate(WebKitNavigationAction* action);
     void onProcessTerminated();
 
-    std::unique_ptr<Gtk::Widget> page;
-    WebKitWebView* view;
+    GObjectPtr<WebKitWebView> view;
     WebFrameLoadDelegate* frameLoadDelegate = nullptr;
     WebPolicyDelegate* policyDelegate = nullptr;
     WebUIDelegate* uiDelegate = nullptr;
