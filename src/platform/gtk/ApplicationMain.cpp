@@ -39,6 +39,7 @@ public:
           webView([this](double progress) { window.showLoadProgress(progress); }),
           delegate(
               makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
+        window.setPage(webView.widget());
     }
 
     Gtk::ApplicationWindow& mainWindow() { return window.gtkWindow(); }

@@ -8,7 +8,6 @@ GtkWindow::GtkWindow(const std::string& title, const std::string& iconName) {
     progressBar.set_valign(Gtk::Align::START);
     progressBar.set_can_target(false);
     progressBar.set_visible(false);
-    overlay.add_overlay(progressBar);
 
     window.set_title(title);
     window.set_icon_name(iconName);
@@ -19,6 +18,7 @@ GtkWindow::GtkWindow(const std::string& title, const std::string& iconName) {
 void GtkWindow::setPage(Gtk::Widget& page) {
     page.set_size_request(640, 480);
     overlay.set_child(page);
+    overlay.add_overlay(progressBar);
     window.set_focus(page);
 }
 
