@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+inline constexpr std::string_view productName = "Demo Agent";
+
+/// A downloaded package: its first line is "Demo Agent <version>", its last "End of package".
+struct Package {
+    std::string version;  ///< digits and dots, at most 31 characters
+    std::string content;  ///< all of it, as it is put on disk
+};
+
+/// Raises std::runtime_error with a sentence for the user when the content is no whole package of this
+/// product.
+Package ReadPackage(std::string content);
+
+/// The configuration template with {{agentId}}, {{version}} and {{targetDir}} filled in.
+std::string FillTemplate(std::string text, const std::string& agentId, const std::string& version,
+                         const std::string& targetDir);
+
+/// Whether the dotted version `left` comes before `right`; number by number, so 1.9 is before 1.10.
+bool IsOlder(const std::string& left, const std::string& right);

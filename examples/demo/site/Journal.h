@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Query.h"
+
+#include <mutex>
+#include <string>
+#include <string_view>
+
+/// The record of what pages, program and install tool exchange with the site: one readable line each, on
+/// standard output. Safe to use from every server thread.
+class Journal {
+public:
+    /// Writes a line of the kind ("command", "callback", ...) and its text; control characters become blanks.
+    void write(std::string_view kind, std::string text);
+
+private:
+    std::mutex mutex;
+};
+
+/// The pairs as "name=value name=value", without the names in `without`.
+std::string QueryText(const Query& query, std::initializer_list<std::string_view> without = {});

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// The pairs of a URL's query in the order in which they stand, names and values percent-decoded.
+using Query = std::vector<std::pair<std::string, std::string>>;
+
+/// Takes a raw query apart. "+" stays "+"; a malformed escape leaves its text as it came; a pair without
+/// a name is dropped.
+Query ParseQuery(const std::string& rawQuery);
+
+/// Value of the last pair of that name, empty when there is none.
+std::string FindInQuery(const Query& query, std::string_view name);
+
+/// Whether a pair of that name exists.
+bool QueryHas(const Query& query, std::string_view name);
+
+/// The text with its percent escapes decoded, or unchanged when one of them is malformed.
+std::string PercentDecoded(const std::string& text);

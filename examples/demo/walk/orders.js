@@ -1,0 +1,56 @@
+// Added to every page while a driver walks through them: obeys the driver's orders with the page's own elements.
+(() => {
+    const token = Math.random().toString(36).slice(2);
+    const rest = milliseconds => new Promise(resolve => setTimeout(resolve, milliseconds));
+    const url = (path, params) => path + '?' + Object.entries(params)
+        .map(([name, value]) => name + '=' + encodeURIComponent(value)).join('&');
+
+    // The first such element that a person could use: there, enabled, visible and not covered. Undefined when none
+    // has come within ten seconds.
+    async function usable(selector) {
+        for (let i = 0; i < 100; ++i) {
+            const found = [...document.querySelectorAll(selector)].find(one => one.getClientRects().length);
+            if (found && !found.disabled) {
+                found.scrollIntoView({block: 'nearest'});
+                const box = found.getBoundingClientRect();
+                const top = document.elementFromPoint(box.x + box.width / 2, box.y + box.height / 2);
+                if (found.contains(top) || top?.closest('label')?.control === found) {
+                    return found;
+                }
+            }
+            await rest(100);
+        }
+    }
+
+    // Until what moves has come to rest, so that a picture shows the page as it stays.
+    async function settled() {
+        const ends = document.getAnimations().filter(({effect}) => isFinite(effect.getComputedTiming().endTime));
+        await Promise.race([Promise.allSettled(ends.map(({finished}) => finished)), rest(1000)]);
+        await rest(150);
+    }
+
+    async function obey({number, action, selector}) {
+        const found = await usable(selector);
+        await settled();
+        const text = found ? found.innerText.trim() : `'${selector}' is not to be used on '${location.pathname}'.`;
+        await fetch(url('/walk/answer', {number, obeyed: found ? 'yes' : 'no', text}));
+        if (found && action === 'click') {
+            found.click();
+        }
+    }
+
+    async function listen() {
+        for (;;) {
+            try {
+                const order = await (await fetch(url('/walk/next', {page: location.pathname, token}))).json();
+                if (order.number) {
+                    await obey(order);
+                }
+            } catch {
+                await rest(500);
+            }
+        }
+    }
+
+    addEventListener('load', () => setTimeout(listen, 100));
+})();
