@@ -43,7 +43,7 @@ void AppDelegate::executeUrlQuery(const std::optional<std::string>& urlQuery) {
             raise(NSInvalidArgumentException, "Invalid argument (urlQuery is nil).");
         const auto params = UrlQueryToDictionary(urlQuery);
         const auto name = GetStringFromDict(&params, "command");
-        const auto command = std::ranges::find_if(commands, [&](const Command& candidate) {
+        const auto command = std::find_if(commands.begin(), commands.end(), [&](const Command& candidate) {
             return Poco::icompare(name, candidate.name.data()) == 0;
         });
         if (command == commands.end())

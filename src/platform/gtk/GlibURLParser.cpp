@@ -1,5 +1,6 @@
 #include "platform/gtk/GlibURLParser.h"
 
+#include <Poco/String.h>
 #include <glib.h>
 
 #include <memory>
@@ -13,27 +14,39 @@ struct GlibFree {
     void operator()(GUri* uri) const { g_uri_unref(uri); }
 };
 
+using GlibText = std::unique_ptr<char, GlibFree>;
+
 constexpr auto flags =
     static_cast<GUriFlags>(G_URI_FLAGS_PARSE_RELAXED | G_URI_FLAGS_ENCODED | G_URI_FLAGS_SCHEME_NORMALIZE);
+
+/// GUri would decode needless escapes and refuse malformed ones; the web view leaves both as they are. So
+/// each "%" goes through it escaped.
+std::string hideEscapes(const std::string& text) { return Poco::replace(text, "%", "%25"); }
+std::string showEscapes(const std::string& text) { return Poco::replace(text, "%25", "%"); }
+
+std::string absoluteString(GUri* uri) {
+    const char* const host = g_uri_get_host(uri);
+    const GlibText lowerCaseHost(host ? g_ascii_strdown(host, -1) : nullptr);
+    const GlibText joined(g_uri_join(flags, g_uri_get_scheme(uri), g_uri_get_userinfo(uri),
+                                     lowerCaseHost.get(), g_uri_get_port(uri), g_uri_get_path(uri),
+                                     g_uri_get_query(uri), g_uri_get_fragment(uri)));
+    return showEscapes(joined.get());
+}
 
 }  // namespace
 
 std::optional<URL> GlibURLParser::URLWithString(const std::string& text) const {
+    const auto hidden = hideEscapes(text);
     char* splitQuery = nullptr;
-    const bool valid = g_uri_split(text.c_str(), flags, nullptr, nullptr, nullptr, nullptr, nullptr,
+    const bool valid = g_uri_split(hidden.c_str(), flags, nullptr, nullptr, nullptr, nullptr, nullptr,
                                    &splitQuery, nullptr, nullptr);
-    const std::unique_ptr<char, GlibFree> query(splitQuery);
+    const GlibText query(splitQuery);
     if (!valid)
         return std::nullopt;
 
-    URL url{text, std::nullopt};
-    if (query)
-        url.query = query.get();
-    if (const std::unique_ptr<GUri, GlibFree> absolute{g_uri_parse(text.c_str(), flags, nullptr)}) {
-        const std::unique_ptr<char, GlibFree> normalised(g_uri_to_string(absolute.get()));
-        url.absoluteString = normalised.get();
-    }
-    return url;
+    const std::unique_ptr<GUri, GlibFree> uri(g_uri_parse(hidden.c_str(), flags, nullptr));
+    return URL{uri ? absoluteString(uri.get()) : text,
+               query ? std::optional(showEscapes(query.get())) : std::nullopt};
 }
 
 }  // namespace vok

@@ -3,8 +3,8 @@
 #include <plist/plist.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <limits>
 #include <memory>
 #include <sstream>
@@ -92,9 +92,13 @@ std::string textOf(plist_t node) {
 }  // namespace
 
 std::optional<Dictionary> PlistReader::dictionaryWithContentsOfFile(const std::string& path) const {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error))
+        return std::nullopt;
     std::ifstream file(path, std::ios::binary);
-    const std::string contents{std::istreambuf_iterator<char>(file), {}};
-    const auto root = parse(contents);
+    std::ostringstream contents;
+    contents << file.rdbuf();
+    const auto root = parse(std::move(contents).str());
     if (!root || plist_get_node_type(root.get()) != PLIST_DICT)
         return std::nullopt;
 
