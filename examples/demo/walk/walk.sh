@@ -11,17 +11,21 @@ site=$1 bundle=$2 out=$3
 log=$out/exchanges.log
 target=$out/target
 payload=$(dirname "${BASH_SOURCE[0]}")/../pages/payload
-exec 3>&1   # for fail, whose caller's output may be read
 pictures=0
 heard=0   # lines of the log that are accounted for
 matched=  # the line that was waited for last
+text=     # of the element that was clicked or read last
 
 running() { kill -0 "$program" 2>/dev/null; }
 
 fail() {
-    printf '\nExpected: %s\nSeen:     %s\n' "$1" "$2" >&3
-    running || echo 'The installer has ended before its time.' >&3
-    import -window root "$out/failure.png" && echo "Picture:  $out/failure.png" >&3
+    local status=0
+    printf '\nExpected: %s\nSeen:     %s\n' "$1" "$2"
+    if ! running; then
+        wait "$program" || status=$?
+        echo "The installer has ended with $status."
+    fi
+    import -window root "$out/failure.png" && echo "Picture:  $out/failure.png"
     exit 1
 }
 
@@ -48,32 +52,31 @@ hear() {
     heard=$((heard + ${number%%:*}))
 }
 
-# order ACTION PAGE [SELECTOR]: has the page that is shown click or read one of its elements; prints its text.
+# order ACTION PAGE [SELECTOR]: has the page that is shown click or read one of its elements, whose text is then
+# in `text`.
 order() {
-    local text
     text=$(curl --silent --show-error --fail-with-body --max-time 45 --get "$site/walk/order" \
         --data-urlencode "action=$1" --data-urlencode "page=/$2" --data-urlencode "selector=${3-h1}" 2>&1) ||
         fail "'${3-h1}' on page '$2'" "$text"
-    printf '%s' "$text"
 }
 
-click() { order click "$@" >/dev/null; }
+click() { order click "$@"; }
 
 # reads PAGE SELECTOR TEXT: the element's text comes to contain TEXT.
 reads() {
-    local deadline=$((SECONDS + 30)) text
-    text=$(order read "$1" "$2")
+    local deadline=$((SECONDS + 30))
+    order read "$1" "$2"
     until [[ $text == *"$3"* ]]; do
         ((SECONDS < deadline)) || fail "'$3' in '$2' of page '$1'" "$text"
         sleep 0.1
-        text=$(order read "$1" "$2")
+        order read "$1" "$2"
     done
 }
 
 # picture NAME [PAGE]: saves the installer's window with its frame and its sheet, the page at rest.
 picture() {
     local x y width height left right top bottom
-    [[ -z ${2-} ]] || order read "$2" >/dev/null
+    [[ -z ${2-} ]] || order read "$2"
     read -r x y width height < <(xwininfo -id "$window" |
         sed -nE 's/.*(Absolute upper-left [XY]|Width|Height): +//p' | xargs)
     IFS=', ' read -r left right top bottom < <(xprop -id "$window" -notype _NET_FRAME_EXTENTS | sed 's/.*= //')
