@@ -1,5 +1,7 @@
 #include "platform/FailurePage.h"
 
+#include <string_view>
+
 namespace vok {
 
 namespace {
@@ -61,6 +63,10 @@ std::string failurePage(const std::string& url, const std::string& reason) {
     const auto address = escapedForHtml(url);
     return std::string(beginning) + address + "</dd><dt>Reason</dt><dd>" + escapedForHtml(reason) +
            "</dd></dl>\n<a href=\"" + address + "\" autofocus>Try again</a>\n</main>\n</html>\n";
+}
+
+std::string unsupportedTypeReason(const std::string& mimeType) {
+    return "A file of the type '" + mimeType + "' cannot be shown here.";
 }
 
 }  // namespace vok

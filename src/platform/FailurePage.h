@@ -8,4 +8,7 @@ namespace vok {
 /// offers to try again, by a link to the same address. Both texts are shown as they stand.
 std::string failurePage(const std::string& url, const std::string& reason);
 
+/// The reason for an answer that is a file of a type that the web view cannot show.
+std::string unsupportedTypeReason(const std::string& mimeType);
+
 }  // namespace vok

@@ -40,9 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Start{"WithoutBuses",
                           {},
                           false,
-                          {{"DBUS_SESSION_BUS_ADDRESS", noBus},
-                           {"DBUS_SYSTEM_BUS_ADDRESS", noBus},
-                           {"GTK_A11Y", "none"}}}),
+                          {{"DBUS_SESSION_BUS_ADDRESS", noBus}, {"DBUS_SYSTEM_BUS_ADDRESS", noBus}}}),
     [](const auto& test) { return test.param.name; });
 
 TEST_F(WindowTest, ASecondStartBringsTheWindowForwardAndEnds) {

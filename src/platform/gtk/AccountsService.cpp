@@ -96,9 +96,10 @@ LocalIdentities accountsServiceIdentities(const std::optional<std::string>& mach
         for (const auto& path : service.users())
             identities.push_back(identity(service.userProperties(path), machineUUID));
         return identities;
-    } catch (const Glib::Error& error) {
+    } catch (Glib::Error& error) {
         if (isMissingService(error))
             return LocalIdentitiesFailure{Step::query, std::nullopt};
+        g_dbus_error_strip_remote_error(error.gobj());
         return LocalIdentitiesFailure{Step::execution, error.what()};
     } catch (const std::bad_cast&) {
         return LocalIdentitiesFailure{Step::execution, "AccountsService gave an answer of another type."};

@@ -11,6 +11,8 @@
 #include "platform/gtk/UriHandlerWorkspace.h"
 #include "platform/gtk/WebKitView.h"
 
+#include <giomm/dbusconnection.h>
+#include <giomm/init.h>
 #include <glibmm/exceptionhandler.h>
 #include <glibmm/main.h>
 #include <gtkmm/application.h>
@@ -109,10 +111,22 @@ private:
     std::unique_ptr<Installer> installer;
 };
 
+/// GTK's accessibility crashes at the end of an application that has no session bus (seen with GTK 4.8). To
+/// be called before the toolkit starts; the connection is the one that the application uses.
+void avoidAccessibilityWithoutSessionBus() {
+    try {
+        Gio::DBus::Connection::get_sync(Gio::DBus::BusType::SESSION);
+    } catch (const Glib::Error&) {
+        setenv("GTK_A11Y", "none", 0);
+    }
+}
+
 }  // namespace
 
 int ApplicationMain(int, char*[], ApplicationDelegateMaker makeDelegate) {
+    Gio::init();
     usePlainRenderer();
+    avoidAccessibilityWithoutSessionBus();
     if (!gtk_init_check()) {
         Log("The installer needs a graphical desktop: no display could be opened.");
         return 1;

@@ -62,7 +62,8 @@ std::optional<std::string> LinuxMachine::restart() {
             ->call_sync("/org/freedesktop/login1", "org.freedesktop.login1.Manager", "Reboot", interactive,
                         "org.freedesktop.login1", restartTimeout);
         return std::nullopt;
-    } catch (const Glib::Error& error) {
+    } catch (Glib::Error& error) {
+        g_dbus_error_strip_remote_error(error.gobj());
         return error.what();
     }
 }

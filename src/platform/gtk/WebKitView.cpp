@@ -181,8 +181,7 @@ bool WebKitView::onResponse(WebKitResponsePolicyDecision* decision) {
     webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
     WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
     showFailurePage(webkit_uri_response_get_uri(response),
-                    StringWithFormat("A file of the type '%s' cannot be shown here.",
-                                     webkit_uri_response_get_mime_type(response)));
+                    unsupportedTypeReason(webkit_uri_response_get_mime_type(response)));
     return true;
 }
 
