@@ -1,0 +1,12 @@
+# CPack runs this when the bundle is staged and the disk image is not yet made.
+if("$ENV{SIGN_IDENTITY}" STREQUAL "")
+  message(STATUS "SIGN_IDENTITY is not set: the bundle in the disk image is not signed.")
+  return()
+endif()
+file(GLOB bundles LIST_DIRECTORIES true "${CPACK_TEMPORARY_DIRECTORY}/*.app" "${CPACK_TEMPORARY_DIRECTORY}/*/*.app")
+if(NOT bundles)
+  message(FATAL_ERROR "There is no bundle to sign in ${CPACK_TEMPORARY_DIRECTORY}.")
+endif()
+foreach(bundle IN LISTS bundles)
+  execute_process(COMMAND "${CMAKE_CURRENT_LIST_DIR}/../../scripts/sign" "${bundle}" COMMAND_ERROR_IS_FATAL ANY)
+endforeach()

@@ -1,0 +1,137 @@
+#include "platform/Application.h"
+
+#include "platform/Platform.h"
+#include "platform/macos/Bridging.h"
+#include "platform/macos/CocoaWindow.h"
+#include "platform/macos/MacMachine.h"
+#include "platform/macos/MainMenu.h"
+#include "platform/macos/Services.h"
+#include "platform/macos/Walls.h"
+#include "platform/macos/WebKitView.h"
+
+/// Calls a function when it is told to. The run loop keeps it until then.
+@interface VOKDeferredCall : NSObject
+@property(nonatomic) std::function<void()> function;
+- (void)perform;
+@end
+
+@implementation VOKDeferredCall
+
+- (void)perform {
+    vok::calledFromCocoa(self.function);
+}
+
+@end
+
+namespace vok {
+
+namespace {
+
+class CocoaApplication final : public Application {
+public:
+    /// Leaves by `exit` from within this call: nothing is destroyed, and nothing may count on it.
+    void terminate() override {
+        callCocoa([] { [NSApp terminate:[NSApp delegate]]; });
+    }
+
+    void performAfterDelay(double seconds, std::function<void()> perform) override {
+        callCocoa([&] {
+            VOKDeferredCall* const call = [[VOKDeferredCall alloc] init];
+            call.function = std::move(perform);
+            [call performSelector:@selector(perform) withObject:nil afterDelay:seconds];
+        });
+    }
+};
+
+std::string nameOf(const Bundle& bundle) {
+    const auto info = bundle.infoDictionary();
+    const auto name = info.find("CFBundleDisplayName");
+    return name == info.end() ? "Installer" : name->second;
+}
+
+/// Window, web view and the delegate that drives them.
+struct Installer {
+    explicit Installer(const ApplicationDelegateMaker& makeDelegate)
+        : window(nameOf(bundle), webView.nsView()),
+          delegate(
+              makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
+    }
+
+    CocoaApplication application;
+    SharedWorkspace workspace;
+    MainBundle bundle;
+    PlistReader propertyLists;
+    NSURLParser urls;
+    MacMachine machine;
+    WebKitView webView;
+    CocoaWindow window;
+    std::unique_ptr<ApplicationDelegate> delegate;
+};
+
+}  // namespace
+
+}  // namespace vok
+
+/// Tells the port's delegate, which it borrows, of the application's life.
+@interface VOKApplicationDelegate : NSObject <NSApplicationDelegate>
+@property(nonatomic, assign) vok::ApplicationDelegate* told;
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application;  // of NSApplicationDelegate
+@end
+
+@implementation VOKApplicationDelegate
+
+- (void)applicationDidFinishLaunching:(NSNotification*)notification {
+    vok::calledFromCocoa([&] { self.told->applicationDidFinishLaunching(); });
+}
+
+- (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)sender {
+    return vok::calledFromCocoa([&] { return self.told->applicationShouldTerminateAfterLastWindowClosed(); });
+}
+
+/// The program opens no files: an argument that looks like one changes nothing.
+- (void)application:(NSApplication*)sender openFiles:(NSArray*)filenames {
+    [sender replyToOpenOrPrint:NSApplicationDelegateReplySuccess];
+}
+
+/// Nothing is restored; without this answer macOS 14 complains in the log at each start.
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application {
+    return YES;
+}
+
+@end
+
+/// The principal class: builds menus, window and web view in code.
+@interface VOKApplication : NSApplication
+@property(nonatomic) vok::ApplicationDelegateMaker delegateMaker;
+@end
+
+@implementation VOKApplication {
+    std::unique_ptr<vok::Installer> installer;
+    VOKApplicationDelegate* callbacks;  // NSApplication does not retain its delegate
+}
+
+- (void)finishLaunching {
+    vok::calledFromCocoa([&] {
+        NSWindow.allowsAutomaticWindowTabbing = NO;
+        vok::buildMainMenu(self, vok::toNSString(vok::nameOf(vok::MainBundle())));
+        installer = std::make_unique<vok::Installer>(self.delegateMaker);
+        callbacks = [[VOKApplicationDelegate alloc] init];
+        callbacks.told = installer->delegate.get();
+        self.delegate = callbacks;
+    });
+    [super finishLaunching];
+}
+
+@end
+
+namespace vok {
+
+int ApplicationMain(int argc, char* argv[], ApplicationDelegateMaker makeDelegate) {
+    @autoreleasepool {
+        auto* const application = static_cast<VOKApplication*>([VOKApplication sharedApplication]);
+        application.delegateMaker = std::move(makeDelegate);
+    }
+    return NSApplicationMain(argc, const_cast<const char**>(argv));
+}
+
+}  // namespace vok

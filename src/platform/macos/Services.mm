@@ -1,0 +1,54 @@
+#include "platform/macos/Services.h"
+
+#include "foundation/Log.h"
+#include "platform/macos/Bridging.h"
+#include "platform/macos/Walls.h"
+
+#import <AppKit/AppKit.h>
+
+namespace vok {
+
+std::string MainBundle::bundlePath() const {
+    return callCocoa([] { return toText([[NSBundle mainBundle] bundlePath]); });
+}
+
+Dictionary MainBundle::infoDictionary() const {
+    return callCocoa([] { return toDictionary([[NSBundle mainBundle] infoDictionary]); });
+}
+
+std::optional<Dictionary> PlistReader::dictionaryWithContentsOfFile(const std::string& path) const {
+    return callCocoa([&]() -> std::optional<Dictionary> {
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
+        NSDictionary* const dictionary = [NSDictionary dictionaryWithContentsOfFile:toNSString(path)];
+#pragma clang diagnostic pop
+        return dictionary ? std::optional(toDictionary(dictionary)) : std::nullopt;
+    });
+}
+
+std::optional<URL> NSURLParser::URLWithString(const std::string& text) const {
+    return callCocoa([&]() -> std::optional<URL> {
+        NSURL* const url = toNSURL(text);
+        if (!url)
+            return std::nullopt;
+        return URL{toText(url.absoluteString), toOptionalText(url.query)};
+    });
+}
+
+/// Not through `calledFromCocoa`, which would log a failure to log.
+void writeLogLine(const std::string& line) noexcept {
+    try {
+        callCocoa([&] { NSLog(@"%@", toNSString(line)); });
+    } catch (...) {
+    }
+}
+
+void SharedWorkspace::openURL(const std::string& url) {
+    callCocoa([&] {
+        NSURL* const target = toNSURL(url);
+        if (!target || ![[NSWorkspace sharedWorkspace] openURL:target])
+            Log("Failed to open '%@' in the default browser.", url);
+    });
+}
+
+}  // namespace vok

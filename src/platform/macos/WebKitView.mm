@@ -1,0 +1,96 @@
+#include "platform/macos/WebKitView.h"
+
+#include "foundation/Log.h"
+#include "platform/FailurePage.h"
+#include "platform/macos/Bridging.h"
+#include "platform/macos/Walls.h"
+#include "platform/macos/WebViewDelegate.h"
+
+namespace vok {
+
+namespace {
+
+EngineView* makeView() {
+    WebPreferences* const preferences = [[WebPreferences alloc] initWithIdentifier:@"Installer"];
+    [preferences setPrivateBrowsingEnabled:YES];
+    [preferences setJavaScriptCanOpenWindowsAutomatically:YES];
+    const auto frame = NSMakeRect(0, 0, 900, 680);
+    EngineView* const view = [[EngineView alloc] initWithFrame:frame frameName:nil groupName:nil];
+    view.preferences = preferences;
+    return view;
+}
+
+}  // namespace
+
+void WebKitFrame::loadRequest(const std::string& url) {
+    callCocoa([&] {
+        NSURL* const target = toNSURL(url);
+        if (target.scheme)
+            [frame loadRequest:[NSURLRequest requestWithURL:target]];
+        else
+            showFailurePage(url, "This is not the address of a page.");
+    });
+}
+
+void WebKitFrame::showFailurePage(const std::string& url, const std::string& reason) {
+    Log("Failed to load '%@' (%@).", url, reason);
+    // With its own address as the base, the page may link to it even where that is a local file.
+    NSURL* const address = toNSURL(url) ?: [NSURL URLWithString:@"about:blank"];
+    NSString* const page = toNSString(failurePage(url, reason));
+    [frame loadAlternateHTMLString:page baseURL:address forUnreachableURL:address];
+}
+
+WebKitView::WebKitView() : view(makeView()), main(*this, [view mainFrame]) {
+    callbacks = [[VOKWebViewDelegate alloc] init];
+    callbacks.view = this;
+}
+
+WebKitView::~WebKitView() {
+    calledFromCocoa([&] {
+        setShouldUpdateWhileOffscreen(false);
+        view.frameLoadDelegate = nil;
+        view.policyDelegate = nil;
+        view.UIDelegate = nil;
+        [view close];
+    });
+}
+
+std::optional<std::string> WebKitView::mainFrameURL() const {
+    return callCocoa([&] {
+        NSString* const url = view.mainFrameURL;
+        return toOptionalText(url.length ? url : nil);
+    });
+}
+
+void WebKitView::setShouldCloseWithWindow(bool close) {
+    callCocoa([&] { view.shouldCloseWithWindow = close; });
+}
+
+void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
+    callCocoa([&] {
+        view.shouldUpdateWhileOffscreen = update;
+        NSProcessInfo* const process = [NSProcessInfo processInfo];
+        if (activity)
+            [process endActivity:activity];
+        activity = update ? [process beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                                                       reason:@"The pages go on in a hidden window."]
+                          : nil;
+    });
+}
+
+void WebKitView::setFrameLoadDelegate(WebFrameLoadDelegate& delegate) {
+    callbacks.frameLoadDelegate = &delegate;
+    callCocoa([&] { view.frameLoadDelegate = callbacks; });
+}
+
+void WebKitView::setPolicyDelegate(WebPolicyDelegate& delegate) {
+    callbacks.policyDelegate = &delegate;
+    callCocoa([&] { view.policyDelegate = callbacks; });
+}
+
+void WebKitView::setUIDelegate(WebUIDelegate& delegate) {
+    callbacks.uiDelegate = &delegate;
+    callCocoa([&] { view.UIDelegate = callbacks; });
+}
+
+}  // namespace vok

@@ -1,0 +1,150 @@
+#include "platform/macos/WebViewDelegate.h"
+
+#include "platform/FailurePage.h"
+#include "platform/macos/Bridging.h"
+#include "platform/macos/Walls.h"
+
+namespace vok {
+
+namespace {
+
+class DecisionListener final : public WebPolicyDecisionListener {
+public:
+    explicit DecisionListener(id<WebPolicyDecisionListener> asking) : listener(asking) {}
+    void use() override {
+        callCocoa([&] { [listener use]; });
+    }
+    void ignore() override {
+        callCocoa([&] { [listener ignore]; });
+    }
+
+private:
+    id<WebPolicyDecisionListener> listener;
+};
+
+/// Only a page loaded in place of another one, our failure page, has an unreachable URL.
+bool isFailurePage(WebDataSource* source) { return source.unreachableURL != nil; }
+
+bool isMain(EngineFrame* frame) { return frame == [[frame webView] mainFrame]; }
+
+/// A load that another load or a decision has ended: no failure.
+bool isInterruption(NSError* error) {
+    return ([error.domain isEqualToString:NSURLErrorDomain] && error.code == NSURLErrorCancelled) ||
+           ([error.domain isEqualToString:WebKitErrorDomain] &&
+            error.code == WebKitErrorFrameLoadInterruptedByPolicyChange);
+}
+
+/// Empty for no request: the engine asks for a new window before it knows the address.
+std::string urlOf(NSURLRequest* request) {
+    return toOptionalText(request.URL.absoluteString).value_or(std::string());
+}
+
+}  // namespace
+
+}  // namespace vok
+
+@interface VOKWebViewDelegate ()
+- (void)didFail:(NSError*)error inFrame:(WebFrame*)frame;
+- (void)webView:(WebView*)sender setFrame:(NSRect)frame;  // of WebUIDelegate
+@end
+
+@implementation VOKWebViewDelegate
+// WebFrameLoadDelegate
+
+- (void)webView:(WebView*)sender didStartProvisionalLoadForFrame:(WebFrame*)frame {
+    vok::calledFromCocoa([&] {
+        vok::WebKitFrame other(*self.view, frame);
+        if (!vok::isFailurePage(frame.provisionalDataSource))
+            self.frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(
+                *self.view, vok::isMain(frame) ? self.view->mainFrame() : other);
+    });
+}
+
+- (void)webView:(WebView*)sender didFinishLoadForFrame:(WebFrame*)frame {
+    vok::calledFromCocoa([&] {
+        vok::WebKitFrame other(*self.view, frame);
+        if (!vok::isFailurePage(frame.dataSource))
+            self.frameLoadDelegate->webViewDidFinishLoadForFrame(
+                *self.view, vok::isMain(frame) ? self.view->mainFrame() : other);
+    });
+}
+
+- (void)webView:(WebView*)sender didFailProvisionalLoadWithError:(NSError*)error forFrame:(WebFrame*)frame {
+    [self didFail:error inFrame:frame];
+}
+
+- (void)webView:(WebView*)sender didFailLoadWithError:(NSError*)error forFrame:(WebFrame*)frame {
+    [self didFail:error inFrame:frame];
+}
+
+- (void)didFail:(NSError*)error inFrame:(WebFrame*)frame {
+    vok::calledFromCocoa([&] {
+        if (!vok::isMain(frame) || vok::isInterruption(error))
+            return;
+        NSString* const url = [error.userInfo objectForKey:NSURLErrorFailingURLStringErrorKey];
+        self.view->mainFrame().showFailurePage(vok::toOptionalText(url).value_or(std::string()),
+                                               vok::toText(error.localizedDescription));
+    });
+}
+
+// WebPolicyDelegate
+
+- (void)webView:(WebView*)sender
+    decidePolicyForNavigationAction:(NSDictionary*)actionInformation
+                            request:(NSURLRequest*)request
+                              frame:(WebFrame*)frame
+                   decisionListener:(id<WebPolicyDecisionListener>)listener {
+    vok::calledFromCocoa([&] {
+        vok::DecisionListener decision(listener);
+        self.policyDelegate->webViewDecidePolicyForNavigationAction(*self.view, vok::urlOf(request),
+                                                                    decision);
+    });
+}
+
+/// A page that is a file to download would leave the view as it is, without a word.
+- (void)webView:(WebView*)sender
+    decidePolicyForMIMEType:(NSString*)type
+                    request:(NSURLRequest*)request
+                      frame:(WebFrame*)frame
+           decisionListener:(id<WebPolicyDecisionListener>)listener {
+    vok::calledFromCocoa([&] {
+        if ([WebView canShowMIMEType:type]) {
+            [listener use];
+            return;
+        }
+        [listener ignore];
+        if (vok::isMain(frame))
+            self.view->mainFrame().showFailurePage(vok::urlOf(request),
+                                                   vok::unsupportedTypeReason(vok::toText(type)));
+    });
+}
+
+/// For example an address with a scheme that nobody here loads.
+- (void)webView:(WebView*)sender unableToImplementPolicyWithError:(NSError*)error frame:(WebFrame*)frame {
+    [self didFail:error inFrame:frame];
+}
+
+// WebUIDelegate
+
+/// There is one view: the installer's answer can only be that one.
+- (WebView*)webView:(WebView*)sender createWebViewWithRequest:(NSURLRequest*)request {
+    vok::calledFromCocoa(
+        [&] { self.uiDelegate->webViewCreateWebViewWithRequest(*self.view, vok::urlOf(request)); });
+    return sender;
+}
+
+/// A window opened with a size has no scroll bars, by default, and the engine has just taken them from this
+/// one.
+- (void)webViewShow:(WebView*)sender {
+    sender.mainFrame.frameView.allowsScrolling = YES;
+}
+
+// A script that takes the window for one of its own neither resizes nor closes it.
+
+- (void)webView:(WebView*)sender setFrame:(NSRect)frame {
+}
+
+- (void)webViewClose:(WebView*)sender {
+}
+
+@end

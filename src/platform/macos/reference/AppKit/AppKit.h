@@ -1,0 +1,10 @@
+// Declarations from Apple's reference that the static check's own headers lack. No build uses this file.
+#pragma once
+#include_next <AppKit/AppKit.h>
+
+enum : NSUInteger { NSEventModifierFlagOption = 1 << 19, NSEventModifierFlagCommand = 1 << 20 };
+
+@interface NSWindow (Reference)
+@property (class, nonatomic) BOOL allowsAutomaticWindowTabbing;        // macOS 10.12
+@property (nonatomic) BOOL preventsApplicationTerminationWhenModal;  // macOS 10.6
+@end
