@@ -31,7 +31,7 @@ a:focus-visible { outline: 3px solid var(--text); outline-offset: 2px }
 </style>
 <main>
 <h1>This page could not be loaded</h1>
-<p>Check the connection to the network, then try again.</p>
+<p>Check the connection to the network and try again. If that does not help, tell whoever gave you this installer.</p>
 <dl><dt>Address</dt><dd>)";
 
 std::string escapedForHtml(const std::string& text) {

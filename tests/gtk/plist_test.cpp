@@ -76,12 +76,20 @@ TEST_F(PlistReaderTest, ReadsBinaryLists) {
     EXPECT_EQ(read(std::string(bytes, length / 2)), std::nullopt);
 }
 
+std::string nestedArrays(int depth) {
+    std::string content = "<plist><dict><key>a</key>";
+    for (int i = 0; i < depth; ++i)
+        content += "<array>";
+    return content;
+}
+
 TEST_F(PlistReaderTest, GivesNothingForWhatIsNoDictionary) {
     EXPECT_EQ(read(xml("<dict/>")), Dictionary());
-    for (const auto& content : {std::string(), std::string("garbage"), std::string("<html><p>1</html>"),
-                                xml("<array><string>a</string></array>"), xml("<string>a</string>"),
-                                std::string("bplist00 and no more"), std::string(1000, '\0')})
-        EXPECT_EQ(read(content), std::nullopt) << content;
+    for (const auto& content :
+         {std::string(), std::string("garbage"), std::string("<html><p>1</html>"),
+          xml("<array><string>a</string></array>"), xml("<string>a</string>"),
+          std::string("bplist00 and no more"), std::string(1000, '\0'), nestedArrays(200'000)})
+        EXPECT_EQ(read(content), std::nullopt) << content.substr(0, 100);
     EXPECT_EQ(reader.dictionaryWithContentsOfFile(file.path() + ".missing"), std::nullopt);
     EXPECT_EQ(reader.dictionaryWithContentsOfFile("/"), std::nullopt);
 }

@@ -14,6 +14,8 @@ constexpr int callTimeout = 2000;  // milliseconds
 using Step = LocalIdentitiesFailure::Step;
 using Properties = std::map<Glib::ustring, Glib::VariantBase>;
 
+/// The property, or its type's empty value when it is missing; throws std::bad_cast when it is of another
+/// type.
 template <class Value>
 Value value(const Properties& properties, const char* name) {
     const auto property = properties.find(name);
@@ -66,14 +68,26 @@ private:
     Glib::RefPtr<Gio::DBus::Connection> connection;
 };
 
-LocalIdentity identity(const Properties& user, const std::optional<std::string>& machineUUID) {
-    return {
-        .isEnabled = !value<bool>(user, "Locked"),
-        .isHidden = value<bool>(user, "SystemAccount"),
-        .UUIDString = accountUUID(machineUUID, value<guint64>(user, "Uid")),
-        .fullName = unlessEmpty(value<Glib::ustring>(user, "RealName")),
-        .posixName = unlessEmpty(value<Glib::ustring>(user, "UserName")),
-    };
+/// Nothing for an account whose properties cannot be read.
+std::optional<LocalIdentity> identity(const AccountsService& service, const Glib::ustring& path,
+                                      const std::optional<std::string>& machineUUID) {
+    try {
+        const auto user = service.userProperties(path);
+        LocalIdentity account;
+        account.isEnabled = !value<bool>(user, "Locked");
+        account.isHidden = value<bool>(user, "SystemAccount");
+        if (user.contains("Uid"))
+            account.UUIDString = accountUUID(machineUUID, value<guint64>(user, "Uid"));
+        account.fullName = unlessEmpty(value<Glib::ustring>(user, "RealName"));
+        account.posixName = unlessEmpty(value<Glib::ustring>(user, "UserName"));
+        return account;
+    } catch (const std::bad_cast&) {
+        return std::nullopt;
+    } catch (const Glib::Error& error) {
+        if (error.matches(G_IO_ERROR, G_IO_ERROR_TIMED_OUT))
+            throw;  // one wait is enough
+        return std::nullopt;
+    }
 }
 
 bool isMissingService(const Glib::Error& error) {
@@ -94,7 +108,8 @@ LocalIdentities accountsServiceIdentities(const std::optional<std::string>& mach
         const AccountsService service(bus);
         std::vector<LocalIdentity> identities;
         for (const auto& path : service.users())
-            identities.push_back(identity(service.userProperties(path), machineUUID));
+            if (auto account = identity(service, path, machineUUID))
+                identities.push_back(*std::move(account));
         return identities;
     } catch (Glib::Error& error) {
         if (isMissingService(error))

@@ -1,5 +1,6 @@
 #include "platform/gtk/AlertSheet.h"
 
+#include <Poco/String.h>
 #include <gtkmm/box.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
@@ -24,8 +25,13 @@ Gtk::Image& styleImage(AlertStyle style) {
     return image;
 }
 
+/// A zero byte would end the text for the toolkit.
+std::string withoutZeroBytes(const std::string& text) {
+    return Poco::replace(text, std::string(1, '\0'), std::string("\uFFFD"));
+}
+
 Gtk::Label& label(const std::string& text) {
-    auto& label = *Gtk::make_managed<Gtk::Label>(text);
+    auto& label = *Gtk::make_managed<Gtk::Label>(withoutZeroBytes(text));
     label.set_wrap();
     label.set_wrap_mode(Pango::WrapMode::WORD_CHAR);
     label.set_xalign(0);

@@ -2,10 +2,10 @@
 
 #include <plist/plist.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <limits>
 #include <memory>
 #include <sstream>
 
@@ -24,15 +24,41 @@ struct NodeFree {
 };
 using Node = std::unique_ptr<void, NodeFree>;
 
+// libplist reads nested collections by recursion and overflows the stack on some 100,000 levels.
+constexpr int greatestDepth = 1000;
+constexpr std::size_t greatestBinarySize = 65536;  // a level takes at least two bytes
+constexpr std::size_t greatestSize = 16 * 1024 * 1024;
+
+/// Levels of elements in `xml`, as many as are ever open at once.
+int depthOf(std::string_view xml) {
+    int depth = 0;
+    int greatest = 0;
+    for (auto tag = xml.find('<'); tag != std::string_view::npos;) {
+        const auto end = xml.find('>', tag);
+        if (end == std::string_view::npos)
+            break;
+        const char kind = xml[tag + 1];
+        if (kind == '/')
+            --depth;
+        else if (kind != '!' && kind != '?' && xml[end - 1] != '/')
+            greatest = std::max(greatest, ++depth);
+        tag = xml.find('<', end);
+    }
+    return greatest;
+}
+
 Node parse(const std::string& contents) {
-    if (contents.size() > std::numeric_limits<std::uint32_t>::max())
+    if (contents.size() > greatestSize)
         return nullptr;
-    const auto length = static_cast<std::uint32_t>(contents.size());
+    const auto size = static_cast<std::uint32_t>(contents.size());
+    const bool binary = plist_is_binary(contents.data(), size);
+    if (binary ? size > greatestBinarySize : depthOf(contents) > greatestDepth)
+        return nullptr;
     plist_t root = nullptr;
-    if (plist_is_binary(contents.data(), length))
-        plist_from_bin(contents.data(), length, &root);
+    if (binary)
+        plist_from_bin(contents.data(), size, &root);
     else
-        plist_from_xml(contents.data(), length, &root);
+        plist_from_xml(contents.data(), size, &root);
     return Node(root);
 }
 

@@ -24,6 +24,8 @@ bool isHiddenPageFeature(WebKitFeature* feature) {
                                [&](auto beginning) { return name.starts_with(beginning); });
 }
 
+constexpr auto blankPage = "about:blank";
+
 GObjectPtr<WebKitSettings> makeSettings() {
     GObjectPtr<WebKitSettings> settings(webkit_settings_new());
     webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), true);
@@ -108,6 +110,9 @@ void WebKitView::bindSignals() {
         view.get(), "web-process-terminated",
         [this](WebKitWebProcessTerminationReason) { onProcessTerminated(); }));
     connections.push_back(
+        connect<void(WebKitDownload*)>(webkit_web_view_get_network_session(view.get()), "download-started",
+                                       [this](WebKitDownload* download) { onDownloadStarted(download); }));
+    connections.push_back(
         connect<void(GParamSpec*)>(view.get(), "notify::estimated-load-progress", [this](GParamSpec*) {
             onProgress(webkit_web_view_get_estimated_load_progress(view.get()));
         }));
@@ -128,17 +133,31 @@ void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
     }
 }
 
-void WebKitView::loadRequest(const std::string& url) { webkit_web_view_load_uri(view.get(), url.c_str()); }
+void WebKitView::loadRequest(const std::string& url) {
+    requestedURL = url;
+    webkit_web_view_load_uri(view.get(), url.c_str());
+}
 
 void WebKitView::onLoadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
         load = std::exchange(failurePageRequested, false) ? Load::failurePage : Load::page;
         if (load == Load::page && frameLoadDelegate)
             frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*this, *this);
+    } else if (event == WEBKIT_LOAD_COMMITTED) {
+        onCommitted();
     } else if (event == WEBKIT_LOAD_FINISHED) {
         if (std::exchange(load, Load::none) == Load::page && frameLoadDelegate)
             frameLoadDelegate->webViewDidFinishLoadForFrame(*this, *this);
     }
+}
+
+/// An address that WebKitGTK refuses to ask for, such as one with a blocked port, turns into an empty page.
+void WebKitView::onCommitted() {
+    const auto requested = std::exchange(requestedURL, {});
+    if (load != Load::page || mainFrameURL() != blankPage || requested.empty() || requested == blankPage)
+        return;
+    load = Load::failed;
+    showFailurePage(requested, "This address is not allowed.");
 }
 
 void WebKitView::onLoadFailed(const char* url, const GError& error) {
@@ -183,6 +202,13 @@ bool WebKitView::onResponse(WebKitResponsePolicyDecision* decision) {
     showFailurePage(webkit_uri_response_get_uri(response),
                     unsupportedTypeReason(webkit_uri_response_get_mime_type(response)));
     return true;
+}
+
+/// The web view would put the file into the person's download directory without a word.
+void WebKitView::onDownloadStarted(WebKitDownload* download) {
+    webkit_download_cancel(download);
+    showFailurePage(webkit_uri_request_get_uri(webkit_download_get_request(download)),
+                    "It is a file to download, which cannot be shown here.");
 }
 
 void WebKitView::onCreate(WebKitNavigationAction* action) {

@@ -41,10 +41,12 @@ private:
 
     void bindSignals();
     void onLoadChanged(WebKitLoadEvent event);
+    void onCommitted();
     void onLoadFailed(const char* url, const GError& error);
     void showFailurePage(const std::string& url, const std::string& reason);
     bool onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     bool onResponse(WebKitResponsePolicyDecision* decision);
+    void onDownloadStarted(WebKitDownload* download);
     void onCreate(WebKitNavigationAction* action);
     void onProcessTerminated();
 
@@ -53,6 +55,7 @@ private:
     WebPolicyDelegate* policyDelegate = nullptr;
     WebUIDelegate* uiDelegate = nullptr;
     Load load = Load::none;
+    std::string requestedURL;           ///< asked for by loadRequest and not committed yet
     bool failurePageRequested = false;  ///< the next load to start is our own page
     std::function<void(double)> onProgress;
     std::vector<SignalConnection> connections;
