@@ -12,8 +12,8 @@ class Application {
 public:
     virtual ~Application() = default;
 
-    /// Ends the program, at the latest when the current callback has returned. May leave by `exit` from within
-    /// the call: then it does not return, and nothing is destroyed.
+    /// Ends the program, at the latest when the current callback has returned. May leave by `exit` from
+    /// within the call: then it does not return, and nothing is destroyed.
     virtual void terminate() = 0;
 
     /// Calls `perform` once, on a later turn of the main loop and not before `seconds` have passed.

@@ -27,8 +27,8 @@ public:
     /// A load has begun in `frame`; it may still fail.
     virtual void webViewDidStartProvisionalLoadForFrame(WebView& webView, WebFrame& frame) = 0;
 
-    /// The page in `frame` has loaded to its end, or as far as it let itself be loaded. Never called for a failed
-    /// load, nor for the page that a backend shows in place of one.
+    /// The page in `frame` has loaded to its end, or as far as it let itself be loaded. Never called for a
+    /// failed load, nor for the page that a backend shows in place of one.
     virtual void webViewDidFinishLoadForFrame(WebView& webView, WebFrame& frame) = 0;
 
     /// The process that drew the page is gone, and the page with it. A new load starts a new process.
