@@ -88,7 +88,7 @@ TEST_F(WindowTest, AnAcceptedRestartEndsTheProgram) {
 }
 
 TEST_F(WindowTest, SheetsShowTheirTextLiterallyAndOneAfterTheOther) {
-    const auto first = command("%3Cb%3E%25d%0A%26amp%3B");
+    const auto first = command("%3Cb%3E%25d%0A%26amp%3B%00");
     startWithFirstPage(first);
     server.expect(first, pageGoingTo(command("second")));
     server.expect(command("second"), pageGoingTo("/command"));
@@ -97,7 +97,7 @@ TEST_F(WindowTest, SheetsShowTheirTextLiterallyAndOneAfterTheOther) {
     awaitRequests();
     awaitLog(server.url("/last"));
     for (const auto* failure :
-         {"Unsupported command (command = '<b>%d\n&amp;').", "Unsupported command (command = 'second').",
+         {"Unsupported command (command = '<b>%d\n&amp;\uFFFD').", "Unsupported command (command = 'second').",
           "Invalid argument (urlQuery is nil)."}) {
         awaitSheet(std::string("Failed to execute command.\n") + failure);
         pressSheetButton();
