@@ -29,6 +29,12 @@ a { display: inline-block; padding: .6rem 1.4rem; border-radius: .5rem; backgrou
   color: var(--on-accent); font-weight: 600; text-decoration: none }
 a:focus-visible { outline: 3px solid var(--text); outline-offset: 2px }
 </style>
+<script>
+addEventListener("keydown", event => {
+  if (event.key === "F5" || (event.key === "r" && (event.ctrlKey || event.metaKey)))
+    document.querySelector("a").click()
+})
+</script>
 <main>
 <h1>This page could not be loaded</h1>
 <p>Check the connection to the network and try again. If that does not help, tell whoever gave you this installer.</p>

@@ -57,6 +57,10 @@ void buildMainMenu(NSApplication* application, NSString* name) {
              {@"Paste", @selector(paste:), @"v"},
              {@"Delete", @selector(delete:)},
              {@"Select All", @selector(selectAll:), @"a"}});
+    addMenu(bar, @"View",
+            {{@"Actual Size", NSSelectorFromString(@"makeTextStandardSize:"), @"0"},
+             {@"Zoom In", NSSelectorFromString(@"makeTextLarger:"), @"+"},
+             {@"Zoom Out", NSSelectorFromString(@"makeTextSmaller:"), @"-"}});
     application.windowsMenu = addMenu(bar, @"Window",
                                       {{@"Minimise", @selector(performMiniaturize:), @"m"},
                                        {@"Zoom", @selector(performZoom:)},

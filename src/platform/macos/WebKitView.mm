@@ -6,6 +6,25 @@
 #include "platform/macos/Walls.h"
 #include "platform/macos/WebViewDelegate.h"
 
+/// The engine's view without its keys for the history: back at a command URL, the command would run again. A
+/// page's own history.back() does not come this way.
+@interface VOKEngineView : WebView
+- (BOOL)goBack;
+- (BOOL)goForward;
+@end
+
+@implementation VOKEngineView
+
+- (BOOL)goBack {
+    return NO;
+}
+
+- (BOOL)goForward {
+    return NO;
+}
+
+@end
+
 namespace vok {
 
 namespace {
@@ -15,7 +34,7 @@ EngineView* makeView() {
     [preferences setPrivateBrowsingEnabled:YES];
     [preferences setJavaScriptCanOpenWindowsAutomatically:YES];
     const auto frame = NSMakeRect(0, 0, 900, 680);
-    EngineView* const view = [[EngineView alloc] initWithFrame:frame frameName:nil groupName:nil];
+    EngineView* const view = [[VOKEngineView alloc] initWithFrame:frame frameName:nil groupName:nil];
     view.preferences = preferences;
     return view;
 }

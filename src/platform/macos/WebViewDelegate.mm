@@ -34,6 +34,31 @@ bool isInterruption(NSError* error) {
             error.code == WebKitErrorFrameLoadInterruptedByPolicyChange);
 }
 
+/// What a menu on the page offers: editing, and the address of a link. Going back or loading again could run
+/// a command once more.
+bool belongsInContextMenu(NSMenuItem* item) {
+    switch (item.tag) {
+    case WebMenuItemTagCopyLinkToClipboard:
+    case WebMenuItemTagCut:
+    case WebMenuItemTagCopy:
+    case WebMenuItemTagPaste:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// The alert or question of a page's script; does the person agree?
+bool runPanel(EngineView* view, NSString* message, bool isQuestion) {
+    NSAlert* const alert = [[NSAlert alloc] init];
+    alert.messageText = view.window.title;
+    alert.informativeText = message;
+    [alert addButtonWithTitle:@"OK"];
+    if (isQuestion)
+        [alert addButtonWithTitle:@"Cancel"];
+    return [alert runModal] == NSAlertFirstButtonReturn;
+}
+
 /// Empty for no request: the engine asks for a new window before it knows the address.
 std::string urlOf(NSURLRequest* request) {
     return toOptionalText(request.URL.absoluteString).value_or(std::string());
@@ -137,6 +162,30 @@ std::string urlOf(NSURLRequest* request) {
 /// one.
 - (void)webViewShow:(WebView*)sender {
     sender.mainFrame.frameView.allowsScrolling = YES;
+}
+
+- (void)webView:(WebView*)sender
+    runJavaScriptAlertPanelWithMessage:(NSString*)message
+                      initiatedByFrame:(WebFrame*)frame {
+    vok::calledFromCocoa([&] { vok::runPanel(sender, message, false); });
+}
+
+- (BOOL)webView:(WebView*)sender
+    runJavaScriptConfirmPanelWithMessage:(NSString*)message
+                        initiatedByFrame:(WebFrame*)frame {
+    return vok::calledFromCocoa([&] { return vok::runPanel(sender, message, true); });
+}
+
+- (NSArray*)webView:(WebView*)sender
+    contextMenuItemsForElement:(NSDictionary*)element
+              defaultMenuItems:(NSArray*)defaultMenuItems {
+    return vok::calledFromCocoa([&]() -> NSArray* {
+        NSMutableArray* const items = [NSMutableArray array];
+        for (NSMenuItem* item in defaultMenuItems)
+            if (vok::belongsInContextMenu(item))
+                [items addObject:item];
+        return items;
+    });
 }
 
 // A script that takes the window for one of its own neither resizes nor closes it.

@@ -5,7 +5,16 @@
 extern NSString* WebKitErrorDomain;
 enum { WebKitErrorFrameLoadInterruptedByPolicyChange = 102 };
 
+enum {
+    WebMenuItemTagCopyLinkToClipboard = 3,
+    WebMenuItemTagCopy = 8,
+    WebMenuItemTagCut = 13,
+    WebMenuItemTagPaste = 14,
+};
+
 @interface WebView (Reference)
+- (BOOL)goBack;
+- (BOOL)goForward;
 + (BOOL)canShowMIMEType:(NSString*)MIMEType;
 @end
 
