@@ -82,8 +82,9 @@ WindowTest::WindowTest()
                                                      {"XDG_CONFIG_HOME", sandbox.path() + "/config"},
                                                      {"LC_ALL", "C.UTF-8"},
                                                      {"LANGUAGE", "en_GB"}} {
-    write(contents / "Info.plist",
-          propertyList({{"CFBundleVersion", "1.2.3"}, {"CFBundleDisplayName", title}}));
+    write(contents / "Info.plist", propertyList({{"CFBundleVersion", "1.2.3"},
+                                                 {"CFBundleDisplayName", title},
+                                                 {"CFBundleIdentifier", "none"}}));
     write(tools / "installer_config.plist", propertyList({{"agentId", "AGENT"},
                                                           {"targetDir", "/opt/target dir"},
                                                           {"installTool", "install tool"},

@@ -1,5 +1,7 @@
 #include "WindowTest.h"
 
+#include <fstream>
+
 namespace vok::test {
 
 namespace {
@@ -53,6 +55,20 @@ TEST_F(WindowTest, ASecondStartBringsTheWindowForwardAndEnds) {
     EXPECT_EQ(second.exitStatus(), 0);
     awaitWindow("Normal");
     EXPECT_TRUE(installer->isRunning());
+}
+
+TEST_F(WindowTest, AnotherProductOpensAWindowOfItsOwn) {
+    startWithFirstPage("/last");
+    server.expect("/last");
+    awaitRequests();
+    std::ofstream(contents / "Info.plist")
+        << "<plist version='1.0'><dict><key>CFBundleVersion</key><string>1.2.3</string>"
+           "<key>CFBundleIdentifier</key><string>org.example.Other</string></dict></plist>";
+    server.expect(firstPage());
+    Installer other(
+        {"/usr/bin/env", "LC_ALL=C.UTF-8", "LANGUAGE=en_GB", (contents / "MacOS" / "vok-installer").string()},
+        sandbox.path() + "/log");
+    awaitRequests();
 }
 
 TEST_F(WindowTest, NewWindowsOpenInTheDefaultBrowserAndThePageStays) {

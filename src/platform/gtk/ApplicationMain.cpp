@@ -24,7 +24,14 @@ namespace vok {
 
 namespace {
 
-constexpr auto identifier = "org.vok.Installer";
+/// The bundle's identifier tells one product's running instance from another's, and names the icon. One that
+/// D-Bus does not take counts as missing.
+std::string applicationId(const Bundle& bundle) {
+    const auto info = bundle.infoDictionary();
+    const auto identifier = info.find("CFBundleIdentifier");
+    const bool usable = identifier != info.end() && g_application_id_is_valid(identifier->second.c_str());
+    return usable ? identifier->second : "org.vok.Installer";
+}
 
 std::string windowTitle(const Bundle& bundle) {
     const auto info = bundle.infoDictionary();
@@ -37,7 +44,7 @@ class Installer {
 public:
     Installer(Application& application, const Bundle& bundle, const PropertyListReader& propertyLists,
               const ApplicationDelegateMaker& makeDelegate)
-        : window(windowTitle(bundle), identifier),
+        : window(windowTitle(bundle), applicationId(bundle)),
           webView([this](double progress) { window.showLoadProgress(progress); }),
           delegate(
               makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
@@ -62,7 +69,8 @@ class GtkApplication final : public Application {
 public:
     explicit GtkApplication(ApplicationDelegateMaker maker)
         : makeDelegate(std::move(maker)), bundle(propertyLists),
-          application(Gtk::Application::create(identifier)) {
+          application(Gtk::Application::create(applicationId(bundle))) {
+        g_set_prgname(application->get_id().c_str());  // the class of the window on X11
         application->signal_activate().connect([this] { shielded([this] { onActivate(); }); });
         windowRemoved =
             application->signal_window_removed().connect([this](Gtk::Window*) { onWindowRemoved(); });
