@@ -42,7 +42,7 @@ std::string escaped(const std::string& value, const char* unescaped) {
 
 /// What `command` prints.
 std::string shell(const std::string& command) {
-    const std::unique_ptr<FILE, decltype(&pclose)> pipe(popen(command.c_str(), "r"), pclose);
+    const std::shared_ptr<FILE> pipe(popen(command.c_str(), "r"), pclose);
     std::string output;
     for (int character = 0; (character = std::fgetc(pipe.get())) != EOF;)
         output += static_cast<char>(character);
