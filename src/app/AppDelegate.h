@@ -5,6 +5,7 @@
 #include "platform/Platform.h"
 #include "platform/WebView.h"
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -118,8 +119,8 @@ public:
                                                 WebPolicyDecisionListener& listener) override;
     WebView& webViewCreateWebViewWithRequest(WebView& sender, const std::string& requestURL) override;
     /// Goes back to the splash page, whose end leads on to the first installation page; the page that was
-    /// lost may have been a command URL and is never loaded again. A process that dies again before any page
-    /// of the installation has loaded ends in a sheet instead.
+    /// lost may have been a command URL and is never loaded again. The third loss in a short time ends in a
+    /// sheet instead.
     void webViewWebContentProcessDidTerminate(WebView& sender) override;
 
 private:
@@ -138,7 +139,8 @@ private:
     std::optional<std::string> versionFireFox;
     std::optional<std::string> versionSafari;
     WebView* webView;
-    bool recoveringFromLostPage = false;  ///< the web content process died and no page has loaded since
+    int lossCount = 0;  ///< of the web content process, each within a minute of the one before
+    std::chrono::steady_clock::time_point lastLoss;
 };
 
 }  // namespace vok

@@ -9,6 +9,17 @@
 
 namespace vok {
 
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A web content process that is lost for this many times, each within a minute of the one before, is not
+/// started again: a page may always cost its process.
+constexpr int greatestLossCount = 3;
+constexpr auto lossMemory = 1min;
+
+}  // namespace
+
 void AppDelegate::webViewDidStartProvisionalLoadForFrame(WebView&, WebFrame&) {}
 
 void AppDelegate::webViewDidFinishLoadForFrame(WebView&, WebFrame& frame) {
@@ -22,7 +33,6 @@ void AppDelegate::webViewDidFinishLoadForFrame(WebView&, WebFrame& frame) {
         navigateTo(getFirstInstallationPageUrl());
         return;
     }
-    recoveringFromLostPage = false;
     if (frameUrl.starts_with(GetStringFromDict(config(), "commandUrlPrefix"))) {
         const auto url = platform.urls.URLWithString(frameUrl);
         executeUrlQuery(url ? url->query : std::nullopt);
@@ -56,7 +66,9 @@ WebView& AppDelegate::webViewCreateWebViewWithRequest(WebView& sender, const std
 
 void AppDelegate::webViewWebContentProcessDidTerminate(WebView&) {
     openUrlInNewWindow = false;  // the navigation that was to follow is gone with the page
-    if (std::exchange(recoveringFromLostPage, true)) {
+    const auto now = std::chrono::steady_clock::now();
+    lossCount = now - std::exchange(lastLoss, now) < lossMemory ? lossCount + 1 : 1;
+    if (lossCount >= greatestLossCount) {
         Log("The web content process has ended again. Giving up.");
         showErrorMessage("The page cannot be displayed.\nClose the installer and start it again.");
         return;
