@@ -1,5 +1,7 @@
 #include "platform/gtk/AccountsService.h"
 
+#include "platform/gtk/SystemBus.h"
+
 #include <Poco/SHA1Engine.h>
 #include <Poco/String.h>
 #include <Poco/UUIDGenerator.h>
@@ -100,7 +102,7 @@ bool isMissingService(const Glib::Error& error) {
 LocalIdentities accountsServiceIdentities(const std::optional<std::string>& machineUUID) {
     Glib::RefPtr<Gio::DBus::Connection> bus;
     try {
-        bus = Gio::DBus::Connection::get_sync(Gio::DBus::BusType::SYSTEM);
+        bus = systemBus();
     } catch (const Glib::Error&) {
         return LocalIdentitiesFailure{Step::authority, std::nullopt};
     }

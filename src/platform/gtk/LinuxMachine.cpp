@@ -1,6 +1,7 @@
 #include "platform/gtk/LinuxMachine.h"
 
 #include "platform/gtk/AccountsService.h"
+#include "platform/gtk/SystemBus.h"
 
 #include <Poco/String.h>
 #include <giomm.h>
@@ -58,9 +59,8 @@ LocalIdentities LinuxMachine::localIdentities() const { return accountsServiceId
 std::optional<std::string> LinuxMachine::restart() {
     try {
         const auto interactive = Glib::VariantContainerBase::create_tuple(Glib::Variant<bool>::create(true));
-        Gio::DBus::Connection::get_sync(Gio::DBus::BusType::SYSTEM)
-            ->call_sync("/org/freedesktop/login1", "org.freedesktop.login1.Manager", "Reboot", interactive,
-                        "org.freedesktop.login1", restartTimeout);
+        systemBus()->call_sync("/org/freedesktop/login1", "org.freedesktop.login1.Manager", "Reboot",
+                               interactive, "org.freedesktop.login1", restartTimeout);
         return std::nullopt;
     } catch (Glib::Error& error) {
         g_dbus_error_strip_remote_error(error.gobj());

@@ -1,0 +1,46 @@
+#include "platform/gtk/SystemBus.h"
+
+#include <giomm/cancellable.h>
+#include <giomm/error.h>
+#include <glibmm/main.h>
+
+namespace vok {
+
+namespace {
+
+constexpr unsigned connectTimeout = 2000;  // milliseconds
+
+/// A main loop whose turns are taken here: nothing else of the program happens in them.
+class OwnLoop {
+public:
+    OwnLoop() { context->push_thread_default(); }
+    ~OwnLoop() { context->pop_thread_default(); }
+    OwnLoop(const OwnLoop&) = delete;
+    OwnLoop& operator=(const OwnLoop&) = delete;
+    Glib::MainContext& operator*() const { return *context.get(); }
+
+private:
+    Glib::RefPtr<Glib::MainContext> context = Glib::MainContext::create();
+};
+
+}  // namespace
+
+/// GLib's own blocking call has no time limit, and a bus may accept a connection without a word.
+Glib::RefPtr<Gio::DBus::Connection> systemBus() {
+    const OwnLoop loop;
+    const auto cancellable = Gio::Cancellable::create();
+    Glib::RefPtr<Gio::AsyncResult> answer;
+    Gio::DBus::Connection::get(
+        Gio::DBus::BusType::SYSTEM, [&](Glib::RefPtr<Gio::AsyncResult>& result) { answer = result; },
+        cancellable);
+    (*loop).signal_timeout().connect_once([&] { cancellable->cancel(); }, connectTimeout);
+    while (!answer)
+        (*loop).iteration(true);
+    if (cancellable->is_cancelled())
+        throw Gio::Error(Gio::Error::TIMED_OUT, "The system bus does not answer.");
+    auto connection = Gio::DBus::Connection::get_finish(answer);
+    connection->set_exit_on_close(false);
+    return connection;
+}
+
+}  // namespace vok
