@@ -1,6 +1,7 @@
 #include "platform/gtk/AlertSheet.h"
 
-#include <Poco/String.h>
+#include "platform/gtk/ZeroBytes.h"
+
 #include <gtkmm/box.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
@@ -23,11 +24,6 @@ Gtk::Image& styleImage(AlertStyle style) {
     image.set_valign(Gtk::Align::START);
     image.property_accessible_role() = Gtk::Accessible::Role::PRESENTATION;
     return image;
-}
-
-/// A zero byte would end the text for the toolkit.
-std::string withoutZeroBytes(const std::string& text) {
-    return Poco::replace(text, std::string(1, '\0'), std::string("\uFFFD"));
 }
 
 Gtk::Label& label(const std::string& text) {

@@ -1,5 +1,7 @@
 #include "platform/gtk/GlibURLParser.h"
 
+#include "platform/gtk/ZeroBytes.h"
+
 #include <Poco/String.h>
 #include <glib.h>
 
@@ -36,6 +38,8 @@ std::string absoluteString(GUri* uri) {
 }  // namespace
 
 std::optional<URL> GlibURLParser::URLWithString(const std::string& text) const {
+    if (hasZeroByte(text))
+        return std::nullopt;
     const auto hidden = hideEscapes(text);
     char* splitQuery = nullptr;
     const bool valid = g_uri_split(hidden.c_str(), flags, nullptr, nullptr, nullptr, nullptr, nullptr,

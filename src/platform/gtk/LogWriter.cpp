@@ -1,14 +1,20 @@
 #include "platform/Log.h"
 
+#include "platform/gtk/ZeroBytes.h"
+
 #include <cstdio>
+#include <new>
 #include <syslog.h>
 
 namespace vok {
 
 /// To syslog, with a copy on standard error.
-void writeLogLine(const std::string& line) noexcept {
-    syslog(LOG_USER | LOG_INFO, "%s", line.c_str());
-    std::fprintf(stderr, "%s\n", line.c_str());
+void writeLogLine(const std::string& line) noexcept try {
+    const auto text = withoutZeroBytes(line);
+    syslog(LOG_USER | LOG_INFO, "%s", text.c_str());
+    std::fprintf(stderr, "%s\n", text.c_str());
+} catch (const std::bad_alloc&) {
+    // lost
 }
 
 }  // namespace vok

@@ -3,6 +3,7 @@
 #include "foundation/Log.h"
 #include "platform/FailurePage.h"
 #include "platform/gtk/Renderer.h"
+#include "platform/gtk/ZeroBytes.h"
 
 #include <algorithm>
 #include <array>
@@ -25,6 +26,7 @@ bool isHiddenPageFeature(WebKitFeature* feature) {
 }
 
 constexpr auto blankPage = "about:blank";
+constexpr auto notAllowed = "This address is not allowed.";
 
 GObjectPtr<WebKitSettings> makeSettings() {
     GObjectPtr<WebKitSettings> settings(webkit_settings_new());
@@ -134,6 +136,10 @@ void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
 }
 
 void WebKitView::loadRequest(const std::string& url) {
+    if (hasZeroByte(url)) {
+        showFailurePage(withoutZeroBytes(url), notAllowed);
+        return;
+    }
     requestedURL = url;
     webkit_web_view_load_uri(view.get(), url.c_str());
 }
@@ -157,7 +163,7 @@ void WebKitView::onCommitted() {
     if (load != Load::page || mainFrameURL() != blankPage || requested.empty() || requested == blankPage)
         return;
     load = Load::failed;
-    showFailurePage(requested, "This address is not allowed.");
+    showFailurePage(requested, notAllowed);
 }
 
 void WebKitView::onLoadFailed(const char* url, const GError& error) {
