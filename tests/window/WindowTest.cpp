@@ -49,8 +49,6 @@ std::string shell(const std::string& command) {
     return output;
 }
 
-void pressKey(const std::string& key) { shell("xdotool key " + key); }
-
 std::string sheet(const Installer& installer, const std::string& order = "") {
     return shell(SHEET " " + std::to_string(installer.pid()) + " " + order);
 }
@@ -135,10 +133,12 @@ void WindowTest::awaitLog(const std::string& text) {
     EXPECT_TRUE(eventually([&] { return log().find(text) != std::string::npos; })) << text;
 }
 
-void WindowTest::awaitSheet(const std::string& message) {
-    std::string texts;
-    eventually([&] { return (texts = sheet(*installer)) == "Error|" + message + "|OK|"; });
-    EXPECT_EQ(texts, "Error|" + message + "|OK|");
+void WindowTest::awaitSheet(const std::string& message) { awaitSheetTexts("Error|" + message + "|OK|"); }
+
+void WindowTest::awaitSheetTexts(const std::string& texts) {
+    std::string shown;
+    eventually([&] { return (shown = sheet(*installer)) == texts; });
+    EXPECT_EQ(shown, texts);
 }
 
 void WindowTest::awaitNoSheet() {
@@ -160,10 +160,12 @@ void WindowTest::closeWindow() {
     });
 }
 
-void WindowTest::tryAgain() {
+void WindowTest::pressKey(const std::string& key) { shell("xdotool key " + key); }
+
+void WindowTest::tryAgain(const std::string& key) {
     const auto missing = server.missing();
     EXPECT_TRUE(eventually([&] {
-        pressKey("Return");
+        pressKey(key);
         return eventually([&] { return server.missing() < missing; }, std::chrono::seconds(1));
     }));
     awaitRequests();

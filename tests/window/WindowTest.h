@@ -62,14 +62,17 @@ protected:
     void awaitLog(const std::string& text);
     /// Waits for a sheet with `message`, and for nothing beside it.
     void awaitSheet(const std::string& message);
+    /// Waits for a sheet with `texts`, "|" after each.
+    void awaitSheetTexts(const std::string& texts);
     void awaitNoSheet();
     void pressSheetButton();
     /// Waits until the window is Normal or Iconic.
     void awaitWindow(const std::string& state);
     /// Closes the window in the way of the window manager and waits for the end of the program.
     void closeWindow();
-    /// Chooses "Try again" as soon as it is there and waits until all expected requests have come.
-    void tryAgain();
+    static void pressKey(const std::string& key);
+    /// Chooses "Try again" by `key` as soon as it is there and waits until all expected requests have come.
+    void tryAgain(const std::string& key = "Return");
     /// Kills the process that draws the page: the one with the most memory, given a `largePage`.
     void killWebProcess();
     /// Lets logind run `code`, in Python, when it is asked for a restart.

@@ -49,7 +49,7 @@ TEST_F(WindowTest, AFirstPageOutOfReachCanBeTriedAgain) {
     server.expect(firstPage(), pageGoingTo("/last"));
     server.expect("/last");
     server.open();
-    tryAgain();
+    tryAgain("F5");
 }
 
 /// An answer that is no page.

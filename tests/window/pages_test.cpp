@@ -87,6 +87,24 @@ TEST_F(WindowTest, NewWindowsOpenInTheDefaultBrowserAndThePageStays) {
               (Texts{"[" + server.url("/linked?a=b&c") + "]", "[" + server.url("/opened") + "]"}));
 }
 
+/// How a person answers a page's question.
+class QuestionTest : public WindowTest, public testing::WithParamInterface<Texts> {};
+
+TEST_P(QuestionTest, IsASheetWhoseAnswerReachesThePage) {
+    server.expect(firstPage(), {"<!doctype html><script>onload = () => setTimeout(() => "
+                                "location = '/' + confirm('Are you <b>sure</b>?'))</script>"});
+    server.expect(GetParam()[1]);
+    server.open();
+    start();
+    awaitSheetTexts("Vok Prüfung|Are you <b>sure</b>?|Cancel|OK|");
+    pressKey(GetParam()[0]);
+    awaitRequests();
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, QuestionTest,
+                         testing::Values(Texts{"Return", "/true"}, Texts{"Escape", "/false"}),
+                         [](const auto& test) { return test.param[0]; });
+
 TEST_F(WindowTest, ACommandInASubFrameRunsNothing) {
     server.expect(firstPage(), {"<!doctype html><iframe src='" + command("getstate", "/wrong") +
                                 "'></iframe><script>onload = () => location = '" +

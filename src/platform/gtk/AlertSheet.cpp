@@ -2,13 +2,13 @@
 
 #include "platform/gtk/ZeroBytes.h"
 
-#include <gtkmm/box.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/shortcutcontroller.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace vok {
 
@@ -16,6 +16,7 @@ namespace {
 
 constexpr int messageWidth = 440;
 constexpr int greatestMessageHeight = 320;
+constexpr int buttonWidth = 90;
 
 Gtk::Image& styleImage(AlertStyle style) {
     auto& image = *Gtk::make_managed<Gtk::Image>();
@@ -63,7 +64,8 @@ Gtk::ScrolledWindow& messageArea(const std::string& message) {
 
 }  // namespace
 
-AlertSheet::AlertSheet(Gtk::Window& parent, const Alert& alert) : button(alert.defaultButton) {
+AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
+    : alert(std::move(shown)), defaultButton(alert.defaultButton) {
     set_title(alert.title);
     set_transient_for(parent);
     set_destroy_with_parent();
@@ -73,26 +75,45 @@ AlertSheet::AlertSheet(Gtk::Window& parent, const Alert& alert) : button(alert.d
 
     auto& title = label(alert.title);
     title.add_css_class("title-4");
-    button.set_halign(Gtk::Align::END);
-    button.set_size_request(90, -1);
-    button.signal_clicked().connect([this] { close(); });
-
     auto& texts = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 12);
     texts.append(title);
     texts.append(messageArea(alert.message));
-    texts.append(button);
+    texts.append(buttons());
     auto& content = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 18);
     content.set_margin(24);
     content.append(styleImage(alert.style));
     content.append(texts);
     set_child(content);
 
-    set_default_widget(button);
-    set_focus(button);
+    set_default_widget(defaultButton);
+    set_focus(defaultButton);
     auto shortcuts = Gtk::ShortcutController::create();
     shortcuts->add_shortcut(Gtk::Shortcut::create(Gtk::KeyvalTrigger::create(GDK_KEY_Escape),
                                                   Gtk::NamedAction::create("window.close")));
     add_controller(shortcuts);
+}
+
+Gtk::Box& AlertSheet::buttons() {
+    auto& row = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 12);
+    row.set_halign(Gtk::Align::END);
+    if (!alert.cancelButton.empty()) {
+        auto& cancel = *Gtk::make_managed<Gtk::Button>(alert.cancelButton);
+        cancel.set_size_request(buttonWidth, -1);
+        cancel.signal_clicked().connect([this] { close(); });
+        row.append(cancel);
+    }
+    defaultButton.set_size_request(buttonWidth, -1);
+    defaultButton.signal_clicked().connect([this] {
+        agreed = true;
+        close();
+    });
+    row.append(defaultButton);
+    return row;
+}
+
+void AlertSheet::reportEnd() const {
+    if (alert.onEnd)
+        alert.onEnd(agreed);
 }
 
 }  // namespace vok

@@ -2,8 +2,11 @@
 
 #include "platform/Window.h"
 
+#include <gtkmm/box.h>
 #include <gtkmm/button.h>
 #include <gtkmm/window.h>
+
+#include <functional>
 
 namespace vok {
 
@@ -13,16 +16,25 @@ struct Alert {
     std::string title;
     std::string defaultButton;
     std::string message;
+    std::string cancelButton = {};                ///< none when empty
+    std::function<void(bool agreed)> onEnd = {};  ///< agreed: by the default button
 };
 
 /// A modal dialog on the main window. The message is plain text, wrapped, and scrolls when it is long; the
-/// default button, Return and Escape dismiss it.
+/// buttons, Return (the default one) and Escape dismiss it.
 class AlertSheet final : public Gtk::Window {
 public:
-    AlertSheet(Gtk::Window& parent, const Alert& alert);
+    AlertSheet(Gtk::Window& parent, Alert shown);
+
+    /// Tells whoever asked for the sheet how it ended, once it is gone.
+    void reportEnd() const;
 
 private:
-    Gtk::Button button;
+    Gtk::Box& buttons();
+
+    Alert alert;
+    Gtk::Button defaultButton;
+    bool agreed = false;
 };
 
 }  // namespace vok

@@ -5,6 +5,7 @@
 #include "platform/gtk/ExecutableBundle.h"
 #include "platform/gtk/GlibURLParser.h"
 #include "platform/gtk/GtkWindow.h"
+#include "platform/gtk/KeyboardShortcuts.h"
 #include "platform/gtk/LinuxMachine.h"
 #include "platform/gtk/PlistReader.h"
 #include "platform/gtk/Renderer.h"
@@ -45,12 +46,17 @@ public:
     Installer(Application& application, const Bundle& bundle, const PropertyListReader& propertyLists,
               const ApplicationDelegateMaker& makeDelegate)
         : window(windowTitle(bundle), applicationId(bundle)),
-          webView([this](double progress) { window.showLoadProgress(progress); }),
+          webView([this](double progress) { window.showLoadProgress(progress); },
+                  [this](Alert alert) {
+                      alert.title = window.gtkWindow().get_title();
+                      window.beginAlertSheet(std::move(alert));
+                  }),
           delegate(
               makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
         window.setPage(webView.widget());
     }
 
+    void zoomPage(double level) { webView.setZoomLevel(level); }
     Gtk::ApplicationWindow& mainWindow() { return window.gtkWindow(); }
     ApplicationDelegate& applicationDelegate() { return *delegate; }
 
@@ -101,6 +107,8 @@ private:
             ->add_search_path(bundle.bundlePath() + "/Contents/Resources/icons");
         installer = std::make_unique<Installer>(*this, bundle, propertyLists, makeDelegate);
         application->add_window(installer->mainWindow());
+        addKeyboardShortcuts(*application.get(), installer->mainWindow(),
+                             [this](double level) { installer->zoomPage(level); });
         installer->mainWindow().present();
         installer->applicationDelegate().applicationDidFinishLaunching();
     }

@@ -2,6 +2,8 @@
 
 #include <glibmm/main.h>
 
+#include <utility>
+
 namespace vok {
 
 GtkWindow::GtkWindow(const std::string& title, const std::string& iconName) {
@@ -26,7 +28,11 @@ void GtkWindow::performMiniaturize() { window.minimize(); }
 
 void GtkWindow::beginAlertSheet(AlertStyle style, const std::string& title, const std::string& defaultButton,
                                 const std::string& message) {
-    waitingAlerts.push_back({style, title, defaultButton, message});
+    beginAlertSheet({style, title, defaultButton, message});
+}
+
+void GtkWindow::beginAlertSheet(Alert alert) {
+    waitingAlerts.push_back(std::move(alert));
     showNextAlert();
 }
 
@@ -38,11 +44,12 @@ void GtkWindow::showLoadProgress(double progress) {
 void GtkWindow::showNextAlert() {
     if (openSheet || waitingAlerts.empty())
         return;
-    openSheet = std::make_unique<AlertSheet>(window, waitingAlerts.front());
+    openSheet = std::make_unique<AlertSheet>(window, std::move(waitingAlerts.front()));
     waitingAlerts.pop_front();
     openSheet->signal_hide().connect([this] {
         Glib::signal_idle().connect_once([this] {
-            openSheet.reset();
+            const auto ended = std::exchange(openSheet, nullptr);
+            ended->reportEnd();
             showNextAlert();
         });
     });

@@ -23,6 +23,7 @@ public:
     void performMiniaturize() override;
     void beginAlertSheet(AlertStyle style, const std::string& title, const std::string& defaultButton,
                          const std::string& message) override;
+    void beginAlertSheet(Alert alert);
 
     /// Progress of the load from 0 to 1; 1 when no page is loading.
     void showLoadProgress(double progress);

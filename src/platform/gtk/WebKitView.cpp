@@ -2,6 +2,7 @@
 
 #include "foundation/Log.h"
 #include "platform/FailurePage.h"
+#include "platform/gtk/PageDialogs.h"
 #include "platform/gtk/Renderer.h"
 #include "platform/gtk/ZeroBytes.h"
 
@@ -78,8 +79,8 @@ private:
 
 }  // namespace
 
-WebKitView::WebKitView(std::function<void(double)> progress)
-    : view(makeView()), onProgress(std::move(progress)) {
+WebKitView::WebKitView(std::function<void(double)> progress, std::function<void(Alert)> sheets)
+    : view(makeView()), onProgress(std::move(progress)), showSheet(std::move(sheets)) {
     widget().set_expand();
     bindSignals();
 }
@@ -108,6 +109,14 @@ void WebKitView::bindSignals() {
             onCreate(action);
             return nullptr;
         }));
+    connections.push_back(connect<gboolean(WebKitScriptDialog*)>(view.get(), "script-dialog",
+                                                                 [this](WebKitScriptDialog* dialog) {
+                                                                     answerScriptDialog(dialog, showSheet);
+                                                                     return true;
+                                                                 }));
+    connections.push_back(connect<gboolean(WebKitContextMenu*, WebKitHitTestResult*)>(
+        view.get(), "context-menu",
+        [](WebKitContextMenu* menu, WebKitHitTestResult*) { return !restrictContextMenu(menu); }));
     connections.push_back(connect<void(WebKitWebProcessTerminationReason)>(
         view.get(), "web-process-terminated",
         [this](WebKitWebProcessTerminationReason) { onProcessTerminated(); }));
@@ -119,6 +128,8 @@ void WebKitView::bindSignals() {
             onProgress(webkit_web_view_get_estimated_load_progress(view.get()));
         }));
 }
+
+void WebKitView::setZoomLevel(double level) { webkit_web_view_set_zoom_level(view.get(), level); }
 
 std::optional<std::string> WebKitView::mainFrameURL() const {
     const char* const url = webkit_web_view_get_uri(view.get());

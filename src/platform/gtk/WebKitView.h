@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/WebView.h"
+#include "platform/gtk/AlertSheet.h"
 #include "platform/gtk/Signal.h"
 
 #include <gtkmm/widget.h>
@@ -14,7 +15,8 @@ namespace vok {
 class WebKitView final : public WebView, private WebFrame {
 public:
     /// `onProgress` hears of the load's progress, from 0 to 1.
-    explicit WebKitView(std::function<void(double)> onProgress);
+    WebKitView(std::function<void(double)> onProgress, std::function<void(Alert)> showSheet);
+    void setZoomLevel(double level);
 
     Gtk::Widget& widget() { return *Glib::wrap(GTK_WIDGET(view.get())); }
 
@@ -58,6 +60,7 @@ private:
     std::string requestedURL;           ///< asked for by loadRequest and not committed yet
     bool failurePageRequested = false;  ///< the next load to start is our own page
     std::function<void(double)> onProgress;
+    std::function<void(Alert)> showSheet;
     std::vector<SignalConnection> connections;
 };
 
