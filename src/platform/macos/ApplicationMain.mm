@@ -119,6 +119,8 @@ struct Installer {
         callbacks.told = installer->delegate.get();
         self.delegate = callbacks;
     });
+    if (!callbacks)
+        exit(EXIT_FAILURE);  // without a window nobody could end it
     [super finishLaunching];
 }
 

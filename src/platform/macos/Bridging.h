@@ -12,7 +12,8 @@ namespace vok {
 /// Never nil: bytes that are not UTF-8 are taken for Latin-1.
 NSString* toNSString(const std::string& text);
 
-/// Nil when `text` is no URL.
+/// `text` as it stands but for characters that no URL holds, which are escaped. Not by URLWithString:, which
+/// from macOS 14 on escapes every "%" again when there is one such character, and before gives nil.
 NSURL* toNSURL(const std::string& text);
 
 /// Any object as "%@" shows it: a string as it stands, 1 and 0 for booleans, "(null)" for nil.

@@ -23,12 +23,15 @@ NSString* toNSString(const std::string& text) {
     return string ? string : decoded(text, NSISOLatin1StringEncoding);
 }
 
-NSURL* toNSURL(const std::string& text) { return [NSURL URLWithString:toNSString(text)]; }
+NSURL* toNSURL(const std::string& text) {
+    NSData* const bytes = [NSData dataWithBytes:text.data() length:text.size()];
+    return [NSURL URLWithDataRepresentation:bytes relativeToURL:nil];
+}
 
 std::string toText(id object) {
     NSString* const string = [NSString stringWithFormat:@"%@", object];
     const char* const text = string.UTF8String;
-    return text ? text : "";
+    return text ? std::string(text, [string lengthOfBytesUsingEncoding:NSUTF8StringEncoding]) : std::string();
 }
 
 std::optional<std::string> toOptionalText(NSString* string) {

@@ -37,6 +37,7 @@ CocoaWindow::CocoaWindow(const std::string& title, NSView* page) {
     window.delegate = sheetObserver;
     window.title = toNSString(title);
     window.contentMinSize = NSMakeSize(640, 480);
+    window.collectionBehavior = NSWindowCollectionBehaviorFullScreenNone;  // from which it cannot hide
     window.contentView = page;
     window.initialFirstResponder = page;
     [window center];

@@ -54,7 +54,9 @@ void WebKitFrame::loadRequest(const std::string& url) {
 void WebKitFrame::showFailurePage(const std::string& url, const std::string& reason) {
     Log("Failed to load '%@' (%@).", url, reason);
     // With its own address as the base, the page may link to it even where that is a local file.
-    NSURL* const address = toNSURL(url) ?: [NSURL URLWithString:@"about:blank"];
+    NSURL* address = toNSURL(url);
+    if (!address.scheme)
+        address = toNSURL("about:blank");
     NSString* const page = toNSString(failurePage(url, reason));
     [frame loadAlternateHTMLString:page baseURL:address forUnreachableURL:address];
 }

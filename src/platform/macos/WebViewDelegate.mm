@@ -27,11 +27,15 @@ bool isFailurePage(WebDataSource* source) { return source.unreachableURL != nil;
 
 bool isMain(EngineFrame* frame) { return frame == [[frame webView] mainFrame]; }
 
-/// A load that another load or a decision has ended: no failure.
+/// The engine's own player takes over a load of sound or video.
+constexpr NSInteger errorPlugInWillHandleLoad = 204;  // of WebKitErrorDomain; the name is in no public header
+
+/// A load that another load, a decision or a player has ended: no failure.
 bool isInterruption(NSError* error) {
-    return ([error.domain isEqualToString:NSURLErrorDomain] && error.code == NSURLErrorCancelled) ||
-           ([error.domain isEqualToString:WebKitErrorDomain] &&
-            error.code == WebKitErrorFrameLoadInterruptedByPolicyChange);
+    if ([error.domain isEqualToString:WebKitErrorDomain])
+        return error.code == WebKitErrorFrameLoadInterruptedByPolicyChange ||
+               error.code == errorPlugInWillHandleLoad;
+    return [error.domain isEqualToString:NSURLErrorDomain] && error.code == NSURLErrorCancelled;
 }
 
 /// What a menu on the page offers: editing, and the address of a link. Going back or loading again could run
@@ -78,6 +82,11 @@ std::string urlOf(NSURLRequest* request) {
 
 - (void)webView:(WebView*)sender didStartProvisionalLoadForFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
+        // A script's open() without an address would make this page, the only one there is, an empty one.
+        if (vok::isMain(frame) && !frame.provisionalDataSource.request.URL.absoluteString.length) {
+            [frame stopLoading];
+            return;
+        }
         vok::WebKitFrame other(*self.view, frame);
         if (!vok::isFailurePage(frame.provisionalDataSource))
             self.frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(
@@ -158,9 +167,10 @@ std::string urlOf(NSURLRequest* request) {
     return sender;
 }
 
-/// A window opened with a size has no scroll bars, by default, and the engine has just taken them from this
-/// one.
+/// The engine has just made this window the new one: it bears the new one's name, by which the next link
+/// would find it, and one opened with a size has no scroll bars.
 - (void)webViewShow:(WebView*)sender {
+    [sender stringByEvaluatingJavaScriptFromString:@"window.name = ''"];
     sender.mainFrame.frameView.allowsScrolling = YES;
 }
 

@@ -3,6 +3,7 @@
 #include_next <AppKit/AppKit.h>
 
 enum : NSUInteger { NSEventModifierFlagOption = 1 << 19, NSEventModifierFlagCommand = 1 << 20 };
+enum : NSUInteger { NSWindowCollectionBehaviorFullScreenNone = 1 << 9 };  // macOS 10.7
 
 @interface NSWindow (Reference)
 @property (class, nonatomic) BOOL allowsAutomaticWindowTabbing;        // macOS 10.12
