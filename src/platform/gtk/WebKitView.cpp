@@ -4,6 +4,7 @@
 #include "platform/FailurePage.h"
 #include "platform/gtk/PageDialogs.h"
 #include "platform/gtk/Renderer.h"
+#include "platform/gtk/WordlessError.h"
 #include "platform/gtk/ZeroBytes.h"
 
 #include <algorithm>
@@ -164,8 +165,16 @@ void WebKitView::onLoadChanged(WebKitLoadEvent event) {
         onCommitted();
     } else if (event == WEBKIT_LOAD_FINISHED) {
         if (std::exchange(load, Load::none) == Load::page && frameLoadDelegate)
-            frameLoadDelegate->webViewDidFinishLoadForFrame(*this, *this);
+            onFinished();
     }
+}
+
+/// An error that the server answers is a page that loads like any other; only one without a word needs ours.
+void WebKitView::onFinished() {
+    frameLoadDelegate->webViewDidFinishLoadForFrame(*this, *this);
+    if (requestedURL.empty())
+        findWordlessError(
+            view.get(), [this](const char* url, const std::string& reason) { showFailurePage(url, reason); });
 }
 
 /// An address that WebKitGTK refuses to ask for, such as one with a blocked port, turns into an empty page.

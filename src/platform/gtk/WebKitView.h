@@ -44,6 +44,7 @@ private:
     void bindSignals();
     void onLoadChanged(WebKitLoadEvent event);
     void onCommitted();
+    void onFinished();
     void onLoadFailed(const char* url, const GError& error);
     void showFailurePage(const std::string& url, const std::string& reason);
     bool onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);

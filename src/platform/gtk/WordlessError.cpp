@@ -1,0 +1,53 @@
+#include "platform/gtk/WordlessError.h"
+
+#include "foundation/Shielded.h"
+#include "foundation/StringWithFormat.h"
+#include "platform/gtk/Signal.h"
+
+#include <libsoup/soup.h>
+
+namespace vok {
+
+namespace {
+
+constexpr guint firstErrorStatus = 400;
+constexpr gsize emptyLength = 1;  // WebKitGTK gives a byte of its own for a page of none
+
+struct Question {
+    GObjectPtr<WebKitWebView> view;
+    std::function<void(const char*, const std::string&)> tell;
+
+    void onAnswer(WebKitWebResource* page, gsize length) const {
+        if (length > emptyLength || page != webkit_web_view_get_main_resource(view.get()) ||
+            webkit_web_view_is_loading(view.get()))
+            return;
+        const auto status = webkit_uri_response_get_status_code(webkit_web_resource_get_response(page));
+        tell(webkit_web_resource_get_uri(page),
+             StringWithFormat("The server answered %d %s.", static_cast<int>(status),
+                              soup_status_get_phrase(status)));
+    }
+};
+
+}  // namespace
+
+void findWordlessError(WebKitWebView* view, std::function<void(const char*, const std::string&)> tell) {
+    WebKitWebResource* const page = webkit_web_view_get_main_resource(view);
+    WebKitURIResponse* const response = page ? webkit_web_resource_get_response(page) : nullptr;
+    if (!response || webkit_uri_response_get_status_code(response) < firstErrorStatus)
+        return;
+    auto question = std::make_unique<Question>(GObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(g_object_ref(view))),
+                                               std::move(tell));
+    webkit_web_resource_get_data(
+        page, nullptr,
+        [](GObject* object, GAsyncResult* result, gpointer data) {
+            const std::unique_ptr<Question> asked(static_cast<Question*>(data));
+            WebKitWebResource* const resource = WEBKIT_WEB_RESOURCE(object);
+            gsize length = 0;
+            const std::unique_ptr<guchar, decltype(&g_free)> content(
+                webkit_web_resource_get_data_finish(resource, result, &length, nullptr), g_free);
+            shielded([&] { asked->onAnswer(resource, length); });
+        },
+        question.release());
+}
+
+}  // namespace vok
