@@ -137,11 +137,16 @@ void avoidAccessibilityWithoutSessionBus() {
     }
 }
 
+/// GLib tells the web view's network process whether there is a network. By default it asks NetworkManager for
+/// that, and waits for ever for a system bus that accepts connections and does not answer.
+void askTheKernelForTheNetwork() { setenv("GIO_USE_NETWORK_MONITOR", "netlink", 0); }
+
 }  // namespace
 
 int ApplicationMain(int, char*[], ApplicationDelegateMaker makeDelegate) {
     Gio::init();
     usePlainRenderer();
+    askTheKernelForTheNetwork();
     avoidAccessibilityWithoutSessionBus();
     if (!gtk_init_check()) {
         Log("The installer needs a graphical desktop: no display could be opened.");

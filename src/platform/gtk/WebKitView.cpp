@@ -7,6 +7,9 @@
 #include "platform/gtk/WordlessError.h"
 #include "platform/gtk/ZeroBytes.h"
 
+#include <Poco/String.h>
+#include <glibmm/main.h>
+
 #include <algorithm>
 #include <array>
 
@@ -27,7 +30,9 @@ bool isHiddenPageFeature(WebKitFeature* feature) {
                                [&](auto beginning) { return name.starts_with(beginning); });
 }
 
+constexpr unsigned answerTimeout = 60;  // seconds
 constexpr auto blankPage = "about:blank";
+const std::string script = "javascript:";
 constexpr auto notAllowed = "This address is not allowed.";
 
 GObjectPtr<WebKitSettings> makeSettings() {
@@ -148,7 +153,8 @@ void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
 }
 
 void WebKitView::loadRequest(const std::string& url) {
-    if (hasZeroByte(url)) {
+    // A script as an address would never end to load.
+    if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0) {
         showFailurePage(withoutZeroBytes(url), notAllowed);
         return;
     }
@@ -159,6 +165,7 @@ void WebKitView::loadRequest(const std::string& url) {
 void WebKitView::onLoadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
         load = std::exchange(failurePageRequested, false) ? Load::failurePage : Load::page;
+        awaitAnswer();
         if (load == Load::page && frameLoadDelegate)
             frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*this, *this);
     } else if (event == WEBKIT_LOAD_COMMITTED) {
@@ -179,6 +186,7 @@ void WebKitView::onFinished() {
 
 /// An address that WebKitGTK refuses to ask for, such as one with a blocked port, turns into an empty page.
 void WebKitView::onCommitted() {
+    silence.disconnect();
     const auto requested = std::exchange(requestedURL, {});
     if (load != Load::page || mainFrameURL() != blankPage || requested.empty() || requested == blankPage)
         return;
@@ -186,7 +194,19 @@ void WebKitView::onCommitted() {
     showFailurePage(requested, notAllowed);
 }
 
+/// WebKitGTK itself would wait for ever.
+void WebKitView::awaitAnswer() {
+    silence.disconnect();
+    silence = Glib::signal_timeout().connect_seconds(
+        [this] {
+            showFailurePage(mainFrameURL().value_or(""), "The server does not answer.");
+            return false;
+        },
+        answerTimeout);
+}
+
 void WebKitView::onLoadFailed(const char* url, const GError& error) {
+    silence.disconnect();
     load = Load::failed;
     if (!isInterruption(error))
         showFailurePage(url, error.message);
@@ -247,6 +267,7 @@ void WebKitView::onCreate(WebKitNavigationAction* action) {
 }
 
 void WebKitView::onProcessTerminated() {
+    silence.disconnect();
     load = Load::failed;
     failurePageRequested = false;
     if (frameLoadDelegate)

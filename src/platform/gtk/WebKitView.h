@@ -43,6 +43,7 @@ private:
 
     void bindSignals();
     void onLoadChanged(WebKitLoadEvent event);
+    void awaitAnswer();
     void onCommitted();
     void onFinished();
     void onLoadFailed(const char* url, const GError& error);
@@ -60,6 +61,7 @@ private:
     Load load = Load::none;
     std::string requestedURL;           ///< asked for by loadRequest and not committed yet
     bool failurePageRequested = false;  ///< the next load to start is our own page
+    sigc::connection silence;           ///< ends a load whose server says nothing
     std::function<void(double)> onProgress;
     std::function<void(Alert)> showSheet;
     std::vector<SignalConnection> connections;
