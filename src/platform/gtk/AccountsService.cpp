@@ -1,6 +1,6 @@
 #include "platform/gtk/AccountsService.h"
 
-#include "platform/gtk/SystemBus.h"
+#include "platform/gtk/MessageBus.h"
 
 #include <Poco/SHA1Engine.h>
 #include <Poco/String.h>
@@ -12,7 +12,8 @@ namespace vok {
 namespace {
 
 constexpr auto serviceName = "org.freedesktop.Accounts";
-constexpr int callTimeout = 2000;  // milliseconds
+constexpr unsigned connectTimeout = 2;  // seconds
+constexpr int callTimeout = 2000;       // milliseconds
 using Step = LocalIdentitiesFailure::Step;
 using Properties = std::map<Glib::ustring, Glib::VariantBase>;
 
@@ -102,7 +103,7 @@ bool isMissingService(const Glib::Error& error) {
 LocalIdentities accountsServiceIdentities(const std::optional<std::string>& machineUUID) {
     Glib::RefPtr<Gio::DBus::Connection> bus;
     try {
-        bus = systemBus();
+        bus = messageBus(Gio::DBus::BusType::SYSTEM, connectTimeout);
     } catch (const Glib::Error&) {
         return LocalIdentitiesFailure{Step::authority, std::nullopt};
     }

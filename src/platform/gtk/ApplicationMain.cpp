@@ -7,12 +7,12 @@
 #include "platform/gtk/GtkWindow.h"
 #include "platform/gtk/KeyboardShortcuts.h"
 #include "platform/gtk/LinuxMachine.h"
+#include "platform/gtk/MessageBus.h"
 #include "platform/gtk/PlistReader.h"
 #include "platform/gtk/Renderer.h"
 #include "platform/gtk/UriHandlerWorkspace.h"
 #include "platform/gtk/WebKitView.h"
 
-#include <giomm/dbusconnection.h>
 #include <giomm/init.h>
 #include <glibmm/exceptionhandler.h>
 #include <glibmm/main.h>
@@ -127,18 +127,23 @@ private:
     std::unique_ptr<Installer> installer;
 };
 
-/// GTK's accessibility crashes at the end of an application that has no session bus (seen with GTK 4.8). To
-/// be called before the toolkit starts; the connection is the one that the application uses.
-void avoidAccessibilityWithoutSessionBus() {
+/// The session bus, which the application uses too as long as it is kept; nothing when there is none. To be
+/// called before the toolkit starts.
+Glib::RefPtr<Gio::DBus::Connection> sessionBus() {
+    constexpr unsigned longestWait = 10;  // seconds
     try {
-        Gio::DBus::Connection::get_sync(Gio::DBus::BusType::SESSION);
+        return messageBus(Gio::DBus::BusType::SESSION, longestWait);
     } catch (const Glib::Error&) {
+        // Nobody else waits for one that does not answer.
+        setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+        // GTK's accessibility crashes at the end of an application without it (seen with GTK 4.8).
         setenv("GTK_A11Y", "none", 0);
+        return {};
     }
 }
 
-/// GLib tells the web view's network process whether there is a network. By default it asks NetworkManager for
-/// that, and waits for ever for a system bus that accepts connections and does not answer.
+/// GLib tells the web view's network process whether there is a network. By default it asks NetworkManager
+/// for that, and waits for ever for a system bus that accepts connections and does not answer.
 void askTheKernelForTheNetwork() { setenv("GIO_USE_NETWORK_MONITOR", "netlink", 0); }
 
 }  // namespace
@@ -147,7 +152,7 @@ int ApplicationMain(int, char*[], ApplicationDelegateMaker makeDelegate) {
     Gio::init();
     usePlainRenderer();
     askTheKernelForTheNetwork();
-    avoidAccessibilityWithoutSessionBus();
+    const auto keptBus = sessionBus();
     if (!gtk_init_check()) {
         Log("The installer needs a graphical desktop: no display could be opened.");
         return 1;

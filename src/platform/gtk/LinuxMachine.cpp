@@ -1,7 +1,7 @@
 #include "platform/gtk/LinuxMachine.h"
 
 #include "platform/gtk/AccountsService.h"
-#include "platform/gtk/SystemBus.h"
+#include "platform/gtk/MessageBus.h"
 
 #include <Poco/String.h>
 #include <giomm.h>
@@ -18,6 +18,8 @@ namespace {
 /// Names this product among all that derive an identifier from that of the machine.
 constexpr sd_id128_t productId =
     SD_ID128_MAKE(5f, 0c, 1d, 9b, 7e, 3a, 4c, 28, 9b, 64, 2a, d7, c1, 83, 50, ef);
+
+constexpr unsigned connectTimeout = 2;  // seconds
 
 /// Long enough for a person to enter a password.
 constexpr int restartTimeout = 120'000;  // milliseconds
@@ -59,8 +61,9 @@ LocalIdentities LinuxMachine::localIdentities() const { return accountsServiceId
 std::optional<std::string> LinuxMachine::restart() {
     try {
         const auto interactive = Glib::VariantContainerBase::create_tuple(Glib::Variant<bool>::create(true));
-        systemBus()->call_sync("/org/freedesktop/login1", "org.freedesktop.login1.Manager", "Reboot",
-                               interactive, "org.freedesktop.login1", restartTimeout);
+        messageBus(Gio::DBus::BusType::SYSTEM, connectTimeout)
+            ->call_sync("/org/freedesktop/login1", "org.freedesktop.login1.Manager", "Reboot", interactive,
+                        "org.freedesktop.login1", restartTimeout);
         return std::nullopt;
     } catch (Glib::Error& error) {
         g_dbus_error_strip_remote_error(error.gobj());

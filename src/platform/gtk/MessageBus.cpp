@@ -1,4 +1,4 @@
-#include "platform/gtk/SystemBus.h"
+#include "platform/gtk/MessageBus.h"
 
 #include <giomm/cancellable.h>
 #include <giomm/error.h>
@@ -7,8 +7,6 @@
 namespace vok {
 
 namespace {
-
-constexpr unsigned connectTimeout = 2000;  // milliseconds
 
 /// A main loop whose turns are taken here: nothing else of the program happens in them.
 class OwnLoop {
@@ -26,18 +24,17 @@ private:
 }  // namespace
 
 /// GLib's own blocking call has no time limit, and a bus may accept a connection without a word.
-Glib::RefPtr<Gio::DBus::Connection> systemBus() {
+Glib::RefPtr<Gio::DBus::Connection> messageBus(Gio::DBus::BusType type, unsigned seconds) {
     const OwnLoop loop;
     const auto cancellable = Gio::Cancellable::create();
     Glib::RefPtr<Gio::AsyncResult> answer;
     Gio::DBus::Connection::get(
-        Gio::DBus::BusType::SYSTEM, [&](Glib::RefPtr<Gio::AsyncResult>& result) { answer = result; },
-        cancellable);
-    (*loop).signal_timeout().connect_once([&] { cancellable->cancel(); }, connectTimeout);
+        type, [&](Glib::RefPtr<Gio::AsyncResult>& result) { answer = result; }, cancellable);
+    (*loop).signal_timeout().connect_seconds_once([&] { cancellable->cancel(); }, seconds);
     while (!answer)
         (*loop).iteration(true);
     if (cancellable->is_cancelled())
-        throw Gio::Error(Gio::Error::TIMED_OUT, "The system bus does not answer.");
+        throw Gio::Error(Gio::Error::TIMED_OUT, "The message bus does not answer.");
     auto connection = Gio::DBus::Connection::get_finish(answer);
     connection->set_exit_on_close(false);
     return connection;
