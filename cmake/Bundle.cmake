@@ -24,6 +24,9 @@ if(VOK_DEMO)
   endforeach()
 endif()
 
+# For scripts/package, which makes the demo's package as scripts/brand makes every other product's.
+configure_file(examples/demo/product.conf.in "${CMAKE_BINARY_DIR}/examples/demo/product.conf" @ONLY)
+
 install(DIRECTORY "${bundle}" DESTINATION . USE_SOURCE_PERMISSIONS)
 
 if(APPLE)

@@ -1,0 +1,47 @@
+"""A product's bundle: the template's program with the product's name, tools and icon."""
+import pathlib
+import plistlib
+import shutil
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+
+# Where a bundle to start from is looked for: in the unpacked archive, in the build tree, installed.
+TEMPLATES = (
+    SOURCE / "Vok Installer.app",
+    SOURCE / "build/release/Vok Installer.app",
+    pathlib.Path("/opt/vok-installer/Vok Installer.app"),
+)
+
+
+def find_template():
+    return next((bundle for bundle in TEMPLATES if (bundle / "Contents/Info.plist").is_file()), None)
+
+
+def copy(source, target):
+    """Copies a file; everybody may read it, and run it when its owner may."""
+    target.parent.mkdir(parents=True, exist_ok=True)
+    shutil.copyfile(source, target)
+    target.chmod(0o755 if source.stat().st_mode & 0o100 else 0o644)
+
+
+def copy_files(source, target):
+    for file in sorted(source.rglob("*")):
+        if file.is_file():
+            copy(file, target / file.relative_to(source))
+
+
+def make_bundle(product, template, bundle):
+    copy(template / "Contents/MacOS/vok-installer", bundle / "Contents/MacOS/vok-installer")
+    copy_files(product.tools, bundle / "Contents/MacOS/Tools")
+    size = "scalable" if product.icon.suffix == ".svg" else "512x512"
+    icon = f"Contents/Resources/icons/hicolor/{size}/apps/{product.values['identifier']}{product.icon.suffix}"
+    copy(product.icon, bundle / icon)
+    info = plistlib.loads((template / "Contents/Info.plist").read_bytes())
+    info |= {
+        "CFBundleDisplayName": product.values["name"],
+        "CFBundleIdentifier": product.values["identifier"],
+        "CFBundleName": product.values["name"],
+        "CFBundleShortVersionString": product.values["version"],
+        "CFBundleVersion": product.values["version"],
+    }
+    (bundle / "Contents/Info.plist").write_bytes(plistlib.dumps(info))

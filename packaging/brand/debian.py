@@ -1,0 +1,127 @@
+"""A product's Debian package: the bundle under /opt, and what makes the desktop know it."""
+import base64
+import email.utils
+import gzip
+import os
+import re
+import shutil
+import string
+import subprocess
+import textwrap
+import time
+import xml.sax.saxutils
+
+from bundle import SOURCE, copy, make_bundle
+
+LINUX = SOURCE / "packaging/linux"
+ICON_SIZES = (16, 24, 32, 48, 64, 128, 256, 512)
+
+# The programs that making a package takes, and the Debian packages that they are in.
+NEEDED = {"cpack": "cmake", "dpkg-shlibdeps": "dpkg-dev", "file": "file", "rsvg-convert": "librsvg2-bin"}
+
+# What dpkg-shlibdeps does not see: the web view's https, and the toolkit's drawing of the icon.
+DEPENDS = "glib-networking, librsvg2-common"
+
+
+class Failure(Exception):
+    """A package could not be made; the text says why."""
+
+
+def missing_programs():
+    missing = [package for program, package in NEEDED.items() if not shutil.which(program)]
+    return [f"To make a package, install {' '.join(missing)}: apt-get install {' '.join(missing)}"] if missing else []
+
+
+def make_package(product, template, scratch):
+    """Makes the package below `scratch` and returns its path."""
+    tree = scratch / "tree"
+    lay_out(product, template, tree)
+    values = product.values
+    settings = {
+        "CPACK_DEBIAN_PACKAGE_DEPENDS": ", ".join(filter(None, (DEPENDS, values["depends"]))),
+        "CPACK_DEBIAN_PACKAGE_HOMEPAGE": values["homepage"],
+        "CPACK_DEBIAN_PACKAGE_MAINTAINER": values["maintainer"],
+        "CPACK_INSTALLED_DIRECTORIES": f"{tree};/",
+        "CPACK_PACKAGE_DESCRIPTION": textwrap.fill(values["description"], 78),
+        "CPACK_PACKAGE_DESCRIPTION_SUMMARY": values["summary"],
+        "CPACK_PACKAGE_DIRECTORY": str(scratch),
+        "CPACK_PACKAGE_NAME": product.package,
+        "CPACK_PACKAGE_VERSION": values["version"],
+    }
+    definitions = [word for name, value in settings.items() for word in ("-D", f"{name}={value}")]
+    result = subprocess.run(["cpack", "--config", LINUX / "CPackConfig.cmake", *definitions], cwd=scratch,
+                            text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+    packages = list(scratch.glob("*.deb"))
+    if result.returncode or len(packages) != 1:
+        raise Failure(f"The package could not be made:\n{result.stdout}")
+    return packages[0]
+
+
+def lay_out(product, template, tree):
+    """Puts every file of the package where it will be installed below `tree`."""
+    values, package = product.values, product.package
+    identifier = values["identifier"]
+    share = tree / "usr/share"
+    bundle = f"opt/{package}/{values['name']}.app"
+    make_bundle(product, template, tree / bundle)
+    (tree / "usr/bin").mkdir(parents=True)
+    (tree / "usr/bin" / package).symlink_to(f"/{bundle}/Contents/MacOS/vok-installer")
+    install_icons(product.icon, identifier, share / "icons/hicolor")
+
+    now = int(os.environ.get("SOURCE_DATE_EPOCH", time.time()))
+    texts = values | {
+        "package": package,
+        "title": package.upper(),
+        "developer": values["maintainer"].partition(" <")[0],
+        "developer_id": identifier.rpartition(".")[0].lower(),
+        "date": time.strftime("%Y-%m-%d", time.gmtime(now)),
+        "changelog_date": email.utils.formatdate(now),
+        "license_text": paragraph(product.directory / "LICENSE"),
+        "installer_license_text": paragraph(SOURCE / "LICENSE"),
+    }
+    markup = {name: xml.sax.saxutils.escape(text) for name, text in texts.items()}
+    write(share / f"applications/{identifier}.desktop", filled("product.desktop", texts))
+    write(share / f"metainfo/{identifier}.metainfo.xml", filled("product.metainfo.xml", markup))
+    write(share / f"doc/{package}/copyright", filled("copyright", texts))
+    write(share / f"doc/{package}/changelog.gz", filled("changelog", texts))
+    write(share / f"man/man1/{package}.1.gz", filled("vok-installer.1", texts))
+    write(share / f"lintian/overrides/{package}", filled("lintian-overrides", texts))
+
+
+def install_icons(icon, identifier, theme):
+    if icon.suffix == ".svg":
+        copy(icon, theme / f"scalable/apps/{identifier}.svg")
+    for size in ICON_SIZES:
+        target = theme / f"{size}x{size}/apps/{identifier}.png"
+        target.parent.mkdir(parents=True)
+        draw(icon, size, target)
+
+
+def draw(icon, size, target):
+    source = icon.read_bytes()
+    if icon.suffix == ".png":
+        data = base64.b64encode(source).decode()
+        source = (f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 1 1"><image width="1" height="1" '
+                  f'href="data:image/png;base64,{data}"/></svg>').encode()
+    edge = str(size)
+    result = subprocess.run(["rsvg-convert", "--width", edge, "--height", edge, "--output", target],
+                            input=source, stderr=subprocess.PIPE)
+    if result.returncode:
+        raise Failure(f"{icon.name} could not be drawn: {result.stderr.decode(errors='replace')}")
+
+
+def filled(template, texts):
+    """The template's text with a value for each @key@ in it."""
+    return re.sub(r"@(\w+)@", lambda key: texts[key[1]], (LINUX / template).read_text("utf-8"))
+
+
+def paragraph(file):
+    """A text as the copyright file wants it: indented, a full stop for an empty line."""
+    return "\n".join(f" {line.rstrip() or '.'}" for line in file.read_text("utf-8").strip().splitlines())
+
+
+def write(file, text):
+    file.parent.mkdir(parents=True, exist_ok=True)
+    data = text.encode()
+    file.write_bytes(gzip.compress(data, mtime=0) if file.suffix == ".gz" else data)
+    file.chmod(0o644)

@@ -1,0 +1,7 @@
+# Makes a Debian package of the tree that packaging/brand lays out; that says the product's own settings with -D.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGING_INSTALL_PREFIX /)
+set(CPACK_PACKAGE_FILE_NAME package)
+set(CPACK_DEBIAN_PACKAGE_SECTION admin)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)  # of the product's tools, too
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS accountsservice)
