@@ -5,7 +5,6 @@ import gzip
 import os
 import re
 import shutil
-import string
 import subprocess
 import textwrap
 import time
@@ -17,7 +16,7 @@ LINUX = SOURCE / "packaging/linux"
 ICON_SIZES = (16, 24, 32, 48, 64, 128, 256, 512)
 
 # The programs that making a package takes, and the Debian packages that they are in.
-NEEDED = {"cpack": "cmake", "dpkg-shlibdeps": "dpkg-dev", "file": "file", "rsvg-convert": "librsvg2-bin"}
+NEEDED = {"cpack": "cmake", "dpkg-shlibdeps": "dpkg-dev", "rsvg-convert": "librsvg2-bin"}
 
 # What dpkg-shlibdeps does not see: the web view's https, and the toolkit's drawing of the icon.
 DEPENDS = "glib-networking, librsvg2-common"
@@ -38,7 +37,7 @@ def make_package(product, template, scratch):
     lay_out(product, template, tree)
     values = product.values
     settings = {
-        "CPACK_DEBIAN_PACKAGE_DEPENDS": ", ".join(filter(None, (DEPENDS, values["depends"]))),
+        "CPACK_DEBIAN_PACKAGE_DEPENDS": ", ".join(filter(None, (DEPENDS, libraries(tree, scratch), values["depends"]))),
         "CPACK_DEBIAN_PACKAGE_HOMEPAGE": values["homepage"],
         "CPACK_DEBIAN_PACKAGE_MAINTAINER": values["maintainer"],
         "CPACK_INSTALLED_DIRECTORIES": f"{tree};/",
@@ -49,12 +48,30 @@ def make_package(product, template, scratch):
         "CPACK_PACKAGE_VERSION": values["version"],
     }
     definitions = [word for name, value in settings.items() for word in ("-D", f"{name}={value}")]
-    result = subprocess.run(["cpack", "--config", LINUX / "CPackConfig.cmake", *definitions], cwd=scratch,
-                            text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
-    packages = list(scratch.glob("*.deb"))
-    if result.returncode or len(packages) != 1:
-        raise Failure(f"The package could not be made:\n{result.stdout}")
-    return packages[0]
+    run(["cpack", "--config", LINUX / "CPackConfig.cmake", *definitions], cwd=scratch)
+    return next(scratch.glob("*.deb"))
+
+
+def libraries(tree, scratch):
+    """The packages of the libraries that the program and the product's tools need."""
+    programs = [file for file in sorted((tree / "opt").rglob("*")) if file.is_file() and is_program(file)]
+    write(scratch / "debian/control", "Source: product\n\nPackage: product\nArchitecture: any\n")
+    found = run(["dpkg-shlibdeps", "--ignore-missing-info", "-O", *programs], cwd=scratch)
+    return found.strip().removeprefix("shlibs:Depends=")
+
+
+def is_program(file):
+    with file.open("rb") as stream:
+        return stream.read(4) == b"\x7fELF"
+
+
+def run(command, **options):
+    """What the command prints; a failure when it does not end well."""
+    result = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, **options)
+    if result.returncode:
+        said = (result.stderr + result.stdout).decode(errors="replace").strip()
+        raise Failure(f"The package could not be made, {command[0]} failed:\n{said}")
+    return result.stdout.decode()
 
 
 def lay_out(product, template, tree):
@@ -104,10 +121,7 @@ def draw(icon, size, target):
         source = (f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 1 1"><image width="1" height="1" '
                   f'href="data:image/png;base64,{data}"/></svg>').encode()
     edge = str(size)
-    result = subprocess.run(["rsvg-convert", "--width", edge, "--height", edge, "--output", target],
-                            input=source, stderr=subprocess.PIPE)
-    if result.returncode:
-        raise Failure(f"{icon.name} could not be drawn: {result.stderr.decode(errors='replace')}")
+    run(["rsvg-convert", "--width", edge, "--height", edge, "--output", target], input=source)
 
 
 def filled(template, texts):

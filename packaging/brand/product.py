@@ -46,7 +46,7 @@ class Product:
 
 
 def package_name(name):
-    plain = unicodedata.normalize("NFKD", name).encode("ascii", "ignore").decode().lower()
+    plain = unicodedata.normalize("NFKD", name.casefold()).encode("ascii", "ignore").decode()
     return re.sub("[^a-z0-9]+", "-", plain).strip("-")
 
 
