@@ -32,6 +32,7 @@ SLIPS = [
     ("version", "2.0-beta", "product.conf: version '2.0-beta' must be one to four numbers"),
     ("identifier", "com.1example.Agent", "identifier 'com.1example.Agent' must be"),
     ("maintainer", "Somebody", "maintainer 'Somebody' must be"),
+    ("depends", "curl jq", "depends 'curl jq' must be names"),
     ("licence", "MIT", "'licence' means nothing here"),
     ("installTool", "../tool", "installTool '../tool' must be the plain name"),
     ("installTool", "other", "installTool 'other' is not in Tools"),
@@ -73,7 +74,7 @@ class BrandTest(unittest.TestCase):
         values = CONF | CONFIGURATION | {"splash": SPLASH, "icon.svg": ICON} | dict(slips)
         tools = self.product / "Tools"
         tools.mkdir(parents=True, exist_ok=True)
-        conf = [f"{key} = {value}\n" for key, value in values.items() if key in (*CONF, "licence")]
+        conf = [f"{key} = {value}\n" for key, value in values.items() if key in (*CONF, "depends", "licence")]
         configuration = {key: value for key, value in values.items() if key in (*CONFIGURATION, "installtool")}
         (self.product / "product.conf").write_text("".join(conf), "utf-8")
         (self.product / "LICENSE").write_text("All rights reserved.\n")

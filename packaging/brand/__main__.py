@@ -49,6 +49,7 @@ def main(config_directory, output, template=None):
     mistakes += mistakes_about(output, make, template)
     if mistakes:
         sys.exit("\n".join(mistakes))
+    os.umask(0o022)  # everybody may read what was made
     with tempfile.TemporaryDirectory() as scratch:
         try:
             result = make(product, template, pathlib.Path(scratch))

@@ -1,4 +1,5 @@
 """A product's bundle: the template's program with the product's name, tools and icon."""
+import os
 import pathlib
 import plistlib
 import shutil
@@ -25,8 +26,9 @@ def copy(source, target):
 
 
 def copy_files(source, target):
-    for file in sorted(source.rglob("*")):
-        if file.is_file():
+    for directory, _, names in os.walk(source, followlinks=True):
+        for name in names:
+            file = pathlib.Path(directory, name)
             copy(file, target / file.relative_to(source))
 
 

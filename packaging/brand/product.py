@@ -26,6 +26,9 @@ FORMS = {
     "license": (r"[A-Za-z0-9.+-]+", "must be the short name of a licence, such as MIT or LicenseRef-proprietary"),
 }
 
+PACKAGE = r"[a-z0-9][a-z0-9.+-]+( \((<<|<=|=|>=|>>) [\w.+:~-]+\))?"
+FORMS["depends"] = (f"{PACKAGE}( ?[,|] ?{PACKAGE})*", "must be names of Debian packages with commas between them")
+
 SMALLEST_ICON = 512
 
 
@@ -58,9 +61,10 @@ def read_product(directory):
     values, mistakes = read_values(directory / "product.conf")
     icon, icon_mistakes = find_icon(directory)
     mistakes += icon_mistakes
-    if not (directory / "LICENSE").is_file():
-        mistakes.append("LICENSE is missing: the text of your product's licence, which packages have to carry.")
+    mistakes += license_mistakes(directory / "LICENSE")
     if (directory / "Tools").is_dir():
+        mistakes += [f"{file.relative_to(directory)} is a link to nothing."
+                     for file in sorted((directory / "Tools").rglob("*")) if not file.exists()]
         mistakes += configuration.mistakes_in(directory / "Tools")
         mistakes += splash.mistakes_in(directory / "Tools")
     else:
@@ -95,6 +99,16 @@ def mistakes_in_values(values):
                 yield f"product.conf: {key} '{value}' {sentence}."
     if values.get("name") and len(package_name(values["name"])) < 2:
         yield f"product.conf: name '{values['name']}' has too few letters from a to z to name a package by."
+
+
+def license_mistakes(file):
+    try:
+        file.read_text("utf-8")
+    except FileNotFoundError:
+        return ["LICENSE is missing: the text of your product's licence, which packages have to carry."]
+    except UnicodeDecodeError:
+        return ["LICENSE is not in UTF-8."]
+    return []
 
 
 def find_icon(directory):
