@@ -14,9 +14,9 @@ import product as products  # noqa: E402
 ICON = '<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 1 1"/>'
 
 CONF = {
-    "name": "Größe & Söhne", "version": "2.10", "identifier": "com.example.Agent-Setup", "summary": "Install the agent",
-    "description": "Installs.\n  More.", "maintainer": "Größe <a@example.com>", "homepage": "https://example.com/",
-    "license": "LicenseRef-proprietary",
+    "name": "Größe & Söhne", "version": "2.10", "identifier": "com.example.Agent-Setup",
+    "summary": "Install the agent", "description": "Installs.\n  More.", "maintainer": "Größe <a@example.com>",
+    "homepage": "https://example.com/", "license": "LicenseRef-proprietary",
 }
 CONFIGURATION = {
     "firstInstallationPageUrl": "https://example.com/first.html", "analyticParams": "a=1&b=x y",
@@ -75,7 +75,7 @@ class BrandTest(unittest.TestCase):
         tools = self.product / "Tools"
         tools.mkdir(parents=True, exist_ok=True)
         conf = [f"{key} = {value}\n" for key, value in values.items() if key in (*CONF, "depends", "licence")]
-        configuration = {key: value for key, value in values.items() if key in (*CONFIGURATION, "installtool")}
+        configuration = {key: values[key] for key in (*CONFIGURATION, "installtool") if key in values}
         (self.product / "product.conf").write_text("".join(conf), "utf-8")
         (self.product / "LICENSE").write_text("All rights reserved.\n")
         (tools / "installer_config.plist").write_bytes(plistlib.dumps(configuration, fmt=plistlib.FMT_BINARY))

@@ -21,7 +21,8 @@ FORMS = {
     "identifier": (r"[A-Za-z_][\w-]*(\.[A-Za-z_][\w-]*){2,}", "must be at least three words of letters, digits and - "
                    "with full stops between them, such as com.example.Installer"),
     "summary": (r"[^\\]{1,89}[^.\\]", "must be a line of at most 90 characters without a full stop at its end"),
-    "maintainer": (r"[^<>]+ <[^<>@\s]+@[^<>@\s]+>", "must be a name and a mail address, such as Example <mail@example.com>"),
+    "maintainer": (r"[^<>]+ <[^<>@\s]+@[^<>@\s]+>", "must be a name and a mail address, such as "
+                   "Example <mail@example.com>"),
     "homepage": (r"https://[^\s<>\"]+", "must be an https address"),
     "license": (r"[A-Za-z0-9.+-]+", "must be the short name of a licence, such as MIT or LicenseRef-proprietary"),
 }
