@@ -1,0 +1,193 @@
+"""Faults of the machine, of the bundle and of its configuration."""
+
+import os
+import socket
+import subprocess
+import time
+
+from rig import page
+from table import fault
+
+
+# The machine
+
+def limit(it, what, value):
+    """Takes from the running program what it needs for the next command; /back gives it back."""
+    def set_limit(limit, answer):
+        subprocess.run(["prlimit", "--pid", str(it.process.pid), f"--{what}={limit}:"], check=True)
+        return answer
+    it.answers["/command"] = lambda handler: set_limit(value(), page("command"))
+    it.answers["/back"] = lambda handler: set_limit(1000, page("back"))
+
+
+def open_files(it):
+    return len(os.listdir(f"/proc/{it.process.pid}/fd"))
+
+
+@fault("no more open files for a question", "page back")
+def _(it):
+    it.first("getstate")
+    limit(it, "nofile", lambda: open_files(it))
+    it.start()
+
+
+@fault("no more open files for an order", "page command; admin tool ran 1×")
+def _(it):
+    it.first("uninstall", reportUrl="r")
+    limit(it, "nofile", lambda: open_files(it))
+    it.start()
+
+
+@fault("no more processes for a question", "page back")
+def _(it):
+    it.first("getstate")
+    limit(it, "nproc", lambda: 1)
+    it.start()
+
+
+@fault("no more processes for an order", "ended by a signal")
+def _(it):
+    it.first("uninstall", reportUrl="r")
+    limit(it, "nproc", lambda: 1)
+    it.start()
+
+
+@fault("few open files from the start", "page first")
+def _(it):
+    it.before = ["prlimit", "--nofile=32"]
+    it.start()
+
+
+@fault("no processes from the start", "ended by a signal")
+def _(it):
+    it.before = ["prlimit", "--nproc=1"]
+    it.start()
+
+
+@fault("home directory read-only", "page first")
+def _(it):
+    it.home.chmod(0o555)
+    it.start()
+
+
+@fault("home directory missing", "page first")
+def _(it):
+    it.environment["HOME"] = "/nonexistent"
+    it.start()
+
+
+@fault("HOME not set", "page first")
+def _(it):
+    del it.environment["HOME"]
+    it.start()
+
+
+@fault("locale not set", "page first")
+def _(it):
+    for name in [name for name in it.environment if name.startswith(("LC_", "LANG"))]:
+        del it.environment[name]
+    it.start()
+
+
+@fault("temporary directory and home full", "page first")
+def _(it):
+    it.environment |= {"TMPDIR": str(it.home), "XDG_RUNTIME_DIR": str(it.home)}
+    it.before = ["unshare", "-rm", "sh", "-c", 'mount -t tmpfs -o size=64k none "$HOME" && '
+                 'cat /dev/zero >"$HOME/full" 2>&-; exec "$0" "$@"']
+    it.start()
+
+
+@fault("no message buses", "page first")
+def _(it):
+    for bus in "SESSION", "SYSTEM":
+        it.environment[f"DBUS_{bus}_BUS_ADDRESS"] = "unix:path=/nonexistent"
+    it.start()
+
+
+def bus(it, variable):
+    """A message bus of its own, which ends when /first has loaded and asks for /lost."""
+    daemon = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+    it.environment[variable] = daemon.stdout.readline().strip()
+    it.answers["/first"] = page("first") + """<script>
+        onload = () => fetch('/lost').then(() => location = '/next')</script>"""
+    it.answers["/lost"] = lambda handler: daemon.kill() or time.sleep(1) or page("lost")
+
+
+for kind in "SESSION", "SYSTEM":
+    @fault(f"{kind.lower()} bus ends", "page next")
+    def _(it, variable=f"DBUS_{kind}_BUS_ADDRESS"):
+        bus(it, variable)
+        it.start()
+
+
+for kind in "SESSION", "SYSTEM":
+    @fault(f"{kind.lower()} bus accepts but never answers", "page first")
+    def _(it, variable=f"DBUS_{kind}_BUS_ADDRESS"):
+        it.silent = socket.socket(socket.AF_UNIX)
+        it.silent.bind(str(it.directory / "bus"))
+        it.silent.listen()
+        it.environment[variable] = f"unix:path={it.directory}/bus"
+        it.start()
+
+
+# Bundle and configuration
+
+for name, called in {
+        "blanks": "Vok Fault 20.app", "quotation marks": 'Vok "20".app', "per cent signs": "Vok%20%.app",
+        "number signs": "Vok #20.app", "brackets": "Vok [20].app", "other letters": "Größe 日.app",
+        "shell characters": "Vok $HOME`.app"}.items():
+    @fault(f"{name} in the bundle's path", "page back; install tool ran 1×", called=called)
+    def _(it):
+        it.first("getstate")
+        it.start()
+
+
+@fault("question mark in the bundle's path",
+       "failure page: Error opening file /tmp/vok-*/Vok: No such file or directory", called="Vok?.app")
+def _(it):
+    it.first("getstate")
+    it.start()
+
+
+@fault("apostrophe in the bundle's path", "page back", called="Vok's.app")
+def _(it):
+    it.first("getstate")
+    it.start()
+
+
+@fault("program reached by a symbolic link", "page back; install tool ran 1×")
+def _(it):
+    link = it.directory / "link"
+    link.symlink_to(it.program)
+    it.program = link
+    it.first("getstate")
+    it.start()
+
+
+@fault("bundle reached by a symbolic link", "page back; install tool ran 1×")
+def _(it):
+    link = it.directory / "link"
+    link.symlink_to(it.bundle)
+    it.program = link / "Contents/MacOS/vok-installer"
+    it.first("getstate")
+    it.start()
+
+
+@fault("configuration of 10 MB", "page first")
+def _(it):
+    it.configuration["more"] = "x" * 10_000_000
+    it.start()
+
+
+def bad_configuration(name, content):
+    @fault(f"configuration {name}", "sheet: Initialization failed. Failed to load app config from the "
+           "'/tmp/vok-*/Vok Installer.app/Contents/MacOS/Tools/installer_config.plist' file.")
+    def _(it):
+        it.configuration = content
+        it.start()
+
+
+bad_configuration("nested 200,000 levels deep", b"<plist>" + b"<dict><key>a</key>" * 200_000)
+bad_configuration("cut off", b"<plist><dict><key>agentId</key><str")
+bad_configuration("empty", b"")

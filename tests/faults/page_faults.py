@@ -1,0 +1,247 @@
+"""Faults of the web view's processes, of the page server and of the pages."""
+
+import socket
+import ssl
+import subprocess
+import threading
+import time
+
+from rig import page
+from table import fault
+
+
+# Processes of the web view
+
+WEB, NETWORK = "WebKitWebProces", "WebKitNetworkPr"
+
+# A page whose process has more memory than any other, and that then asks for "/lost".
+large = page("large") + "<script>onload = () => { window.kept = new Uint8Array(2e8).fill(1); fetch('/lost') }</script>"
+
+
+@fault("web process killed during the splash page", "page first")
+def _(it):
+    it.lost = threading.Event()
+    it.splash = large.replace("'/lost'", f"'{it.pages.address}/lost'")
+    it.answers["/first"] = lambda handler: page("first") if it.lost.wait(30) else None
+    def lost(handler):
+        it.splash_file.write_text(page("splash"))
+        it.kill_largest(WEB)
+        it.lost.set()
+    it.answers["/lost"] = lost
+    it.start()
+
+
+@fault("web process killed during an ordinary page", "page first")
+def _(it):
+    it.answers["/first"] = large
+    def lost(handler):
+        it.answers["/first"] = page("first")
+        it.kill_largest(WEB)
+    it.answers["/lost"] = lost
+    it.start()
+
+
+@fault("web process killed on a command URL", "page first; admin tool ran 1×")
+def _(it):
+    it.first("uninstall", reportUrl="r")
+    it.answers["/command"] = large
+    def lost(handler):
+        it.wait_for(it.ran)
+        it.answers["/first"] = page("first")
+        it.kill_largest(WEB)
+    it.answers["/lost"] = lost
+    it.start()
+
+
+@fault("web process killed on every page",
+       "sheet: The page cannot be displayed. Close the installer and start it again.")
+def _(it):
+    it.answers |= {"/first": large, "/lost": lambda handler: it.kill_largest(WEB)}
+    it.start()
+
+
+@fault("network process killed during a load", "failure page: WebKit encountered an internal error")
+def _(it):
+    it.answers["/first"] = lambda handler: it.kill_largest(NETWORK)
+    it.start()
+
+
+@fault("network process killed between two pages", "page next")
+def _(it):
+    it.answers["/first"] = page("first") + """<script>
+        onload = () => fetch('/lost').catch(() => location = '/next')</script>"""
+    it.answers["/lost"] = lambda handler: it.kill_largest(NETWORK)
+    it.start()
+
+
+# Page server
+
+def half(handler):
+    """The first half of a page, and no more."""
+    handler.send_response(200)
+    handler.send_header("Content-Type", "text/html")
+    handler.send_header("Content-Length", "100000")
+    handler.end_headers()
+    handler.wfile.write(page("half").encode())
+
+
+@fault("page server gone in mid-page", "page first")
+def _(it):
+    it.answers["/first"] = half
+    it.start()
+
+
+@fault("page server gone in mid-page of a command URL", "page command; admin tool ran 1×")
+def _(it):
+    it.first("uninstall", reportUrl="r")
+    it.answers["/command"] = half
+    it.start()
+
+
+@fault("first page answers 500 with a page", "page first")
+def _(it):
+    it.answers["/first"] = lambda handler: handler.answer(page("sorry"), 500)
+    it.start()
+
+
+@fault("first page answers 500 without a body", "failure page: The server answered 500 Internal Server Error.")
+def _(it):
+    it.answers["/first"] = lambda handler: handler.answer("", 500)
+    it.start()
+
+
+@fault("first page answers 404 without a body or its length", "failure page: The server answered 404 Not Found.")
+def _(it):
+    def answer(handler):
+        handler.send_response(404)
+        handler.end_headers()
+    it.answers["/first"] = answer
+    it.start()
+
+
+@fault("command URL answers 500 with a page", "page back; install tool ran 1×")
+def _(it):
+    it.first("getstate")
+    it.answers["/command"] = lambda handler: handler.answer(page("sorry"), 500)
+    it.start()
+
+
+@fault("command URL answers 500 without a body", "page back; install tool ran 1×")
+def _(it):
+    it.first("getstate")
+    it.answers["/command"] = lambda handler: handler.answer("", 500)
+    it.start()
+
+
+@fault("first page's server hangs up", "failure page: Connection terminated unexpectedly")
+def _(it):
+    it.answers["/first"] = lambda handler: None
+    it.start()
+
+
+@fault("first page's server is not there", "failure page: Could not connect to 127.0.0.1: Connection refused")
+def _(it):
+    it.closed = socket.socket()
+    it.closed.bind(("127.0.0.1", 0))
+    it.configuration["firstInstallationPageUrl"] = f"http://127.0.0.1:{it.closed.getsockname()[1]}/first"
+    it.start()
+
+
+@fault("first page's host has no address",
+       "failure page: Error resolving “pages.invalid”: Name or service not known")
+def _(it):
+    it.configuration["firstInstallationPageUrl"] = "http://pages.invalid/first"
+    it.start()
+
+
+@fault("first page's server accepts but never answers", "failure page: The server does not answer.", seconds=90)
+def _(it):
+    it.answers["/first"] = lambda handler: time.sleep(3600)
+    it.start()
+
+
+@fault("first page redirects for ever", "failure page: Load cannot follow more than 20 redirections")
+def _(it):
+    it.answers["/first"] = lambda handler: handler.answer("", 302, Location=f"/first?{time.monotonic()}")
+    it.start()
+
+
+@fault("first page is a download", "failure page: A file of the type 'application/x-file' cannot be shown here.")
+def _(it):
+    it.answers["/first"] = lambda handler: handler.answer("file", Content_Type="application/x-file")
+    it.start()
+
+
+@fault("first page is an attachment", "failure page: It is a file to download, which cannot be shown here.")
+def _(it):
+    it.answers["/first"] = lambda handler: handler.answer("file", Content_Disposition="attachment; filename=a.html")
+    it.start()
+
+
+@fault("first page has a refused port", "failure page: This address is not allowed.")
+def _(it):
+    it.configuration["firstInstallationPageUrl"] = "http://127.0.0.1:25/first"
+    it.start()
+
+
+@fault("first page is no address", "failure page: The URL can’t be shown")
+def _(it):
+    it.configuration["firstInstallationPageUrl"] = "no address"
+    it.start()
+
+
+@fault("first page is a script", "failure page: This address is not allowed.")
+def _(it):
+    it.configuration["firstInstallationPageUrl"] = "javascript:1"
+    it.start()
+
+
+@fault("first page has an unknown certificate", "failure page: The certificate of the server cannot be trusted.")
+def _(it):
+    certificate = it.directory / "certificate"
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-subj", "/CN=127.0.0.1",
+                    "-keyout", certificate, "-out", certificate], check=True, capture_output=True)
+    context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+    context.load_cert_chain(certificate)
+    it.pages.socket = context.wrap_socket(it.pages.socket, server_side=True)
+    it.configuration["firstInstallationPageUrl"] = it.pages.address.replace("http", "https") + "/first"
+    it.start()
+
+
+# What pages cannot do
+
+def refused(name, script, outcome="page refused"):
+    """A first page that tries something; it goes on to /got when it got it."""
+    @fault(name, outcome)
+    def _(it):
+        it.answers["/first"] = page("first") + f"""<script>
+            const got = () => location = '/got', refused = () => location = '/refused'
+            onload = () => {{ {script.replace("LOCAL", f"file://{it.tools}")} }}</script>"""
+        (it.tools / "picture.svg").write_text("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>")
+        it.start()
+
+
+refused("page fetches a local file", "fetch('LOCAL/splash.html').then(got, refused)")
+refused("page shows a local picture", """
+    const picture = new Image; picture.onload = got; picture.onerror = refused; picture.src = 'LOCAL/picture.svg'""")
+refused("page goes to a local file", "location = 'LOCAL/splash.html'", "page first")
+refused("page asks where the person is", """
+    navigator.geolocation.getCurrentPosition(got, error => error.code == error.PERMISSION_DENIED ? refused() : got())""")
+refused("page closes the window", "window.close(); setTimeout(refused, 1000)")
+refused("page opens an address of another program",
+        "location = 'mailto:somebody@example.com'; setTimeout(refused, 1000)",
+        "failure page: The URL can’t be shown")
+
+
+@fault("callback page is a local one that fetches another", "page refused")
+def _(it):
+    (it.tools / "page.html").write_text(f"""<script>fetch('splash.html').then(
+        () => location = '{it.pages.address}/got', () => location = '{it.pages.address}/refused')</script>""")
+    it.first("cancel", callbackUrl=f"file://{it.tools}/page.html")
+    it.start()
+
+
+@fault("command URL in a sub-frame", "page first")
+def _(it):
+    it.answers["/first"] = page("first") + f"<iframe src='{it.command('uninstall', reportUrl='r')}'></iframe>"
+    it.start()
