@@ -1,0 +1,79 @@
+"""The programs that are measured, and one run of one of them."""
+import contextlib
+import os
+import pathlib
+import plistlib
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+SIZE = (900, 680)
+MINI_BROWSER = pathlib.Path("/usr/lib/x86_64-linux-gnu/webkitgtk-6.0/MiniBrowser")
+
+
+def bundle_for(bundle, directory, site_url, page):
+    """A copy of the bundle in `directory` whose first page is `page` of the site."""
+    copy = pathlib.Path(directory) / "Vok Installer.app"
+    shutil.copytree(bundle, copy)
+    config = copy / "Contents/MacOS/Tools/installer_config.plist"
+    values = plistlib.loads(config.read_bytes())
+    values["firstInstallationPageUrl"] = site_url + page
+    values["commandUrlPrefix"] = site_url + "/command"
+    config.write_bytes(plistlib.dumps(values))
+    return copy
+
+
+def installer(bundle):
+    return [bundle / "Contents/MacOS/vok-installer"]
+
+
+def bare(build, bundle, *urls):
+    return [build / "bench/bare_webview", (bundle / "Contents/MacOS/Tools/splash.html").as_uri(), *urls]
+
+
+def mini_browser(url):
+    return [MINI_BROWSER, "--geometry={}x{}".format(*SIZE), url]
+
+
+def chromium(url):
+    root = ["--no-sandbox"] if os.geteuid() == 0 else []
+    return ["chromium", *root, "--no-first-run", "--window-size={},{}".format(*SIZE), "--app=" + url]
+
+
+class Run:
+    """A program from its start to the end of its process tree."""
+
+    def __init__(self, command):
+        self.profile = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
+        own = ["--user-data-dir=" + self.profile.name] if command[0] == "chromium" else []
+        self.started = time.monotonic()
+        self.process = subprocess.Popen([*command, *own], start_new_session=True)
+
+    def tree(self):
+        """The program's process and all that descend from it."""
+        parents = {}
+        for stat in pathlib.Path("/proc").glob("[0-9]*/stat"):
+            with contextlib.suppress(OSError):
+                parents[int(stat.parent.name)] = int(stat.read_text().rpartition(")")[2].split()[1])
+        tree = [self.process.pid]
+        for pid in tree:
+            tree += [child for child, parent in parents.items() if parent == pid]
+        return tree
+
+    def end(self):
+        for pid in self.tree():
+            with contextlib.suppress(ProcessLookupError):
+                os.kill(pid, signal.SIGKILL)
+        self.process.wait()
+        self.profile.cleanup()
+
+
+def proportional_memory(pid):
+    """Bytes of a process; what several processes share counts in parts."""
+    with contextlib.suppress(OSError):
+        for line in pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines():
+            if line.startswith("Pss:"):
+                return int(line.split()[1]) * 1024
+    return 0

@@ -1,0 +1,77 @@
+"""Start-up, memory and command round trip, in real windows on the desktop that this runs on."""
+import collections
+import pathlib
+import shutil
+import tempfile
+import time
+
+import pages
+import programs
+
+TRIPS = 5
+
+
+def start_up(site, run):
+    (start,) = site.times("/welcome.html")
+    (loaded,) = site.times("/loaded")
+    time.sleep(max(0.0, loaded + 1 - time.monotonic()))
+    tree = run.tree()
+    return {
+        "start to first request": start - run.started,
+        "start to first page loaded": loaded - run.started,
+        "memory of the program": programs.proportional_memory(tree[0]),
+        "memory of all its processes": sum(map(programs.proportional_memory, tree)),
+    }
+
+
+def round_trips(site, _):
+    left = site.times("/leaving", TRIPS)
+    arrived = site.times("/arrived", TRIPS + 1)[1:]
+    return {"command round trip": [end - begin for begin, end in zip(left, arrived)]}
+
+
+def in_rounds(site, commands, runs, measure):
+    """The values that `measure` finds, by what they are of and by program. A round runs each program once, so that
+    what else the machine does meets all alike; the order turns from round to round. One more round warms up."""
+    values = collections.defaultdict(lambda: collections.defaultdict(list))
+    names = list(commands)
+    for number in range(-1 if runs > 1 else 0, runs):
+        for name in names:
+            site.forget()
+            run = programs.Run(commands[name])
+            try:
+                found = measure(site, run)
+            finally:
+                run.end()
+            if number >= 0:
+                for what, value in found.items():
+                    values[what][name] += value if isinstance(value, list) else [value]
+        names = names[1:] + names[:1]
+    return values
+
+
+def measure(build, bundle, runs):
+    """All that is measured in windows, and a sentence for each program that is not installed."""
+    site = pages.Site()
+    with tempfile.TemporaryDirectory() as directory:
+        shown = programs.bundle_for(bundle, pathlib.Path(directory) / "shown", site.url, "/welcome.html")
+        sent = programs.bundle_for(bundle, pathlib.Path(directory) / "sent", site.url, "/trip")
+        page = site.url + "/welcome.html"
+        commands = {
+            "installer": programs.installer(shown),
+            "bare program": programs.bare(build, shown, page),
+            "MiniBrowser": programs.mini_browser(page),
+            "Chromium": programs.chromium(page),
+        }
+        missing = [name for name, command in commands.items() if not shutil.which(command[0])]
+        for name in missing:
+            del commands[name]
+        values = in_rounds(site, commands, runs, start_up)
+
+        trip = site.url + "/trip"
+        commands = {
+            "installer": programs.installer(sent),
+            "bare program": programs.bare(build, sent, trip, site.url + "/command", trip + "?action=cancel"),
+        }
+        values |= in_rounds(site, commands, runs, round_trips)
+    return values, [f"{name} is not installed and was left out." for name in missing]
