@@ -3,7 +3,7 @@
 #include "foundation/Exception.h"
 #include "foundation/PercentEscapes.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace vok {
 
@@ -13,18 +13,10 @@ namespace {
 
 /// Cuts `text` at the first `separator` and returns what stands before it; `text` keeps what follows.
 std::string_view takeUntil(std::string_view& text, char separator) {
-    const auto end = std::min(text.find(separator), text.size());
+    const auto end = text.find(separator);
     const auto taken = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.size()));
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     return taken;
-}
-
-std::string decode(std::string_view part) {
-    auto decoded = RemovePercentEscapes(part);
-    if (!decoded)
-        raise(NSInvalidArgumentException, "UrlQueryToDictionary: '%@' is not percent-encoded UTF-8 text.",
-              part);
-    return *std::move(decoded);
 }
 
 }  // namespace
@@ -33,12 +25,19 @@ CommandParams UrlQueryToDictionary(const std::optional<std::string>& query) {
     if (!query)
         raise(NSInvalidArgumentException, "UrlQueryToDictionary: Invalid argument.");
     CommandParams params;
+    auto place = params.end();  // of the parameter before; many come in order, and need no search then
     for (std::string_view rest = *query; !rest.empty();) {
-        auto piece = takeUntil(rest, '&');
-        const auto key = takeUntil(piece, '=');
-        const auto value = takeUntil(piece, '=');
-        if (!key.empty())
-            params.insert_or_assign(decode(key), decode(value));
+        const auto piece = takeUntil(rest, '&');
+        auto parts = piece;
+        const auto first = takeUntil(parts, '=');
+        if (first.empty())
+            continue;
+        std::string key(first);
+        std::string value(takeUntil(parts, '='));
+        if (!RemovePercentEscapes(key) || !RemovePercentEscapes(value))
+            raise(NSInvalidArgumentException, "UrlQueryToDictionary: '%@' is not percent-encoded UTF-8 text.",
+                  piece);
+        place = params.insert_or_assign(place, std::move(key), std::move(value));
     }
     return params;
 }

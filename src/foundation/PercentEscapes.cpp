@@ -21,6 +21,25 @@ constexpr auto staysUnescaped = [] {
     return table;
 }();
 
+constexpr auto hexadecimalValue = [] {
+    std::array<signed char, 256> table{};
+    table.fill(-1);
+    for (const char* const digits : {"0123456789ABCDEF", "0123456789abcdef"})
+        for (signed char value = 0; value < 16; ++value)
+            table[static_cast<unsigned char>(digits[value])] = value;
+    return table;
+}();
+
+int valueOf(char digit) { return hexadecimalValue[static_cast<unsigned char>(digit)]; }
+
+/// Looks at all bytes without a branch, which is many times faster than to stop at the first.
+bool isAscii(std::string_view text) {
+    unsigned char bits = 0;
+    for (const char character : text)
+        bits |= static_cast<unsigned char>(character);
+    return bits < 0x80;
+}
+
 bool isUtf8(std::string_view text) {
     const Poco::UTF8Encoding utf8;
     const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
@@ -51,26 +70,23 @@ std::string AddPercentEscapes(std::string_view text) {
     return escaped;
 }
 
-std::optional<std::string> RemovePercentEscapes(std::string_view text) {
-    std::string unescaped;
-    unescaped.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '%') {
-            unescaped += text[i];
-            continue;
+bool RemovePercentEscapes(std::string& text) {
+    if (const auto first = text.find('%'); first != std::string::npos) {
+        char* out = text.data() + first;
+        const char* const end = text.data() + text.size();
+        for (const char* in = out; in != end; ++out) {
+            if (*in != '%') {
+                *out = *in++;
+                continue;
+            }
+            if (end - in < 3 || valueOf(in[1]) < 0 || valueOf(in[2]) < 0)
+                return false;
+            *out = static_cast<char>(valueOf(in[1]) * 16 + valueOf(in[2]));
+            in += 3;
         }
-        if (text.size() - i < 3)
-            return std::nullopt;
-        const char* const digits = text.data() + i + 1;
-        unsigned char byte = 0;
-        if (std::from_chars(digits, digits + 2, byte, 16).ptr != digits + 2)
-            return std::nullopt;
-        unescaped += static_cast<char>(byte);
-        i += 2;
+        text.resize(static_cast<std::size_t>(out - text.data()));
     }
-    if (!isUtf8(unescaped))
-        return std::nullopt;
-    return unescaped;
+    return isAscii(text) || isUtf8(text);
 }
 
 }  // namespace vok

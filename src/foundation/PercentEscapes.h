@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,8 +9,8 @@ namespace vok {
 /// byte, "%" included, becomes "%" and two upper-case hexadecimal digits.
 std::string AddPercentEscapes(std::string_view text);
 
-/// `text` with each "%" and two hexadecimal digits turned into their byte; "+" stays a plus sign.
-/// Nothing when an escape is malformed or the result is not UTF-8.
-std::optional<std::string> RemovePercentEscapes(std::string_view text);
+/// Turns each "%" and two hexadecimal digits in `text` into their byte; "+" stays a plus sign. No when an
+/// escape is malformed or the result is not UTF-8; the text is of no use then.
+bool RemovePercentEscapes(std::string& text);
 
 }  // namespace vok
