@@ -9,7 +9,7 @@ namespace {
 struct Road {
     const char* splash;
     const char* page;
-    const char* command;   ///< what the command pages' addresses begin with; may be null
+    const char* command;  ///< what the command pages' addresses begin with; may be null
     const char* callback;
 };
 

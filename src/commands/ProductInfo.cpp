@@ -8,9 +8,11 @@
 #include <Poco/StreamCopier.h>
 #include <json/json.h>
 
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <sstream>
+#include <sys/resource.h>
 
 namespace vok {
 
@@ -34,12 +36,34 @@ std::string queryCommand(std::string_view installToolPath, std::string_view agen
     return command.str();
 }
 
+/// Lowers the limit of open files to what is usual, for the processes started meanwhile. Poco's child closes
+/// each number up to the limit, one by one, which takes long where somebody has raised it.
+class UsualFileLimit {
+public:
+    UsualFileLimit() {
+        getrlimit(RLIMIT_NOFILE, &before);
+        const rlimit usual{std::min<rlim_t>(before.rlim_cur, 1024), before.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &usual);
+    }
+    ~UsualFileLimit() { setrlimit(RLIMIT_NOFILE, &before); }
+    UsualFileLimit(const UsualFileLimit&) = delete;
+    UsualFileLimit& operator=(const UsualFileLimit&) = delete;
+
+private:
+    rlimit before{};
+};
+
+Poco::ProcessHandle launchBash(const std::string& command, Poco::Pipe& output) {
+    const UsualFileLimit limit;
+    return Poco::Process::launch("/bin/bash", {"-c", command}, nullptr, &output, nullptr);
+}
+
 /// Runs `command` in bash, appends what it prints to `output` and returns its exit status. The output is read
 /// to its end before the child is waited for.
 int runCommand(const std::string& command, std::string& output) {
     Poco::Pipe pipe;
     Poco::PipeInputStream stream(pipe);
-    const auto child = Poco::Process::launch("/bin/bash", {"-c", command}, nullptr, &pipe, nullptr);
+    const auto child = launchBash(command, pipe);
     Poco::StreamCopier::copyToString(stream, output);
     return Poco::Process::wait(child);
 }
