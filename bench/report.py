@@ -5,33 +5,60 @@ Usage: report.py BUILD_DIRECTORY RUNS TABLE_FILE
 """
 import pathlib
 import statistics
+import subprocess
 import sys
+import tempfile
 
+import functions
 import windows
 
 OURS = "installer"
 
 
-def text(value, what):
+def duration(seconds):
+    for factor, unit in ((1e3, "ms"), (1e6, "µs"), (1e9, "ns")):
+        if seconds * factor >= 1:
+            break
+    return f"{seconds * factor:.3g} {unit}" if seconds < 1 else f"{seconds * 1e3:.0f} ms"
+
+
+def cell(what, value, size):
     if what.startswith("memory"):
         return f"{value / 1e6:.0f} MB"
-    return f"{value * 1e3:.1f} ms"
+    if size:
+        return f"{duration(value)} ({size / value / 1e6:.0f} MB/s)"
+    return duration(value)
 
 
-def rows(values):
-    """A line for each program that ours is compared with: medians, and ours over the other."""
-    for what, by_program in values.items():
-        medians = {name: statistics.median(found) for name, found in by_program.items()}
+def rows(values, sizes):
+    """A line for each program or library that ours is compared with: medians, and ours over the other."""
+    for what, by_whom in values.items():
+        medians = {name: statistics.median(found) for name, found in by_whom.items()}
         ours = medians.pop(OURS)
-        for name, other in medians.items():
-            yield what, text(ours, what), name, text(other, what), f"{ours / other:.2f}"
+        for name, other in medians.items() or [("", None)]:
+            compared = ("", "") if other is None else (cell(what, other, sizes.get(what)), f"{ours / other:.2f}")
+            yield what, cell(what, ours, sizes.get(what)), name, *compared
+
+
+def installed_sizes(build):
+    with tempfile.TemporaryDirectory() as prefix:
+        subprocess.run(["cmake", "--install", build, "--prefix", prefix], check=True)
+        subprocess.run(["strip", *pathlib.Path(prefix).glob("*/Contents/MacOS/vok-installer")], check=True)
+        files = {file.name: file.stat().st_size for file in pathlib.Path(prefix).rglob("*") if file.is_file()}
+    yield "size of the program, stripped", f"{files['vok-installer'] / 1e3:.0f} kB", "", "", ""
+    yield "size of the bundle, with the demo's tools", f"{sum(files.values()) / 1e3:.0f} kB", "", "", ""
 
 
 def main():
     build, runs, table = pathlib.Path(sys.argv[1]).resolve(), int(sys.argv[2]), pathlib.Path(sys.argv[3])
     values, remarks = windows.measure(build, build / "Vok Installer.app", runs)
+    sizes = {}
+    for program in ("getstate_bench", "urls_bench"):
+        seconds, bytes_worked_on = functions.measure(build / "bench" / program, runs)
+        values |= seconds
+        sizes |= bytes_worked_on
     lines = ["| What | Installer | Compared with | It | Ratio |", "|---|---:|---|---:|---:|"]
-    lines += ["| " + " | ".join(row) + " |" for row in rows(values)]
+    lines += ["| " + " | ".join(row) + " |" for row in [*rows(values, sizes), *installed_sizes(build)]]
     lines += ["\n" + remark for remark in remarks]
     table.write_text("\n".join(lines) + "\n", encoding="utf-8")
 

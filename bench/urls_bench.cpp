@@ -14,8 +14,6 @@
 
 namespace {
 
-using benchmark::State;
-
 /// A command's query of about `size` bytes, with addresses for values.
 std::string addresses(std::size_t size) {
     std::string query = "command=upgrade";
@@ -55,8 +53,6 @@ struct GlibFree {
 
 using GlibText = std::unique_ptr<char, GlibFree>;
 
-auto parse(const std::optional<std::string>& query) { return vok::UrlQueryToDictionary(query); }
-
 /// Poco takes a query only as a part of a URL.
 auto parseByPoco(const std::string& query) {
     Poco::URI url;
@@ -95,41 +91,57 @@ private:
     vok::AppDelegate installer{{desktop, desktop, desktop, desktop, desktop, desktop, urls, desktop}};
 };
 
-/// A measurement of `work` on `input`.
+/// A measurement of `work` on `input`, which is a text of `size` bytes.
 template <class Input, class Work>
-void measure(const std::string& name, const Input& input, Work work) {
+void measure(const std::string& name, const Input& input, std::size_t size, Work work) {
     benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
         for (auto _ : state)
             benchmark::DoNotOptimize(work(input));
+        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * size));
     });
+}
+
+struct Query {
+    std::string name;
+    std::string text;
+};
+
+void measureParsing(const Query& query) {
+    const auto name = "parsing a query of " + query.name;
+    const auto size = query.text.size();
+    measure(name + "|installer", std::optional(query.text), size, vok::UrlQueryToDictionary);
+    measure(name + "|Poco::URI", query.text, size, parseByPoco);
+    measure(name + "|GLib", query.text, size, parseByGlib);
+}
+
+void measureCallback(const Query& query) {
+    const auto url = "http://pages.test/?" + query.text;
+    const auto callback = std::make_shared<Callback>();
+    measure("building the callback URL on one of " + query.name + "|installer", url, url.size(),
+            [=](const std::string& base) { return (*callback)(base); });
+}
+
+void measureEscapes(const std::string& text) {
+    const auto escaped = vok::AddPercentEscapes(text);
+    measure("escaping 40 kB|installer", text, text.size(), vok::AddPercentEscapes);
+    measure("escaping 40 kB|GLib", text, text.size(), escapeByGlib);
+    measure("unescaping to 40 kB|installer", escaped, escaped.size(), unescape);
+    measure("unescaping to 40 kB|GLib", escaped, escaped.size(), unescapeByGlib);
 }
 
 }  // namespace
 
 /// Names are read by the report: what is measured, "|", by whom.
 int main(int argc, char* argv[]) {
-    const std::pair<std::string, std::string> queries[] = {
-        {"40 bytes", "command=getstate&callbackUrl=%2Fdone.html"},
-        {"400 bytes", addresses(400)},
-        {"40 kB", addresses(40'000)},
-        {"40 kB, short parameters", shortParameters(40'000)},
-        {"40 kB, only = and &", separators(40'000)},
-    };
-    for (const auto& [size, query] : queries) {
-        measure("parsing a query of " + size + "|installer", std::optional(query), parse);
-        measure("parsing a query of " + size + "|Poco::URI", query, parseByPoco);
-        measure("parsing a query of " + size + "|GLib", query, parseByGlib);
-    }
-    const auto text = textOf(40'000);
-    const auto escaped = vok::AddPercentEscapes(text);
-    measure("escaping 40 kB|installer", text, vok::AddPercentEscapes);
-    measure("escaping 40 kB|GLib", text, escapeByGlib);
-    measure("unescaping 40 kB|installer", escaped, unescape);
-    measure("unescaping 40 kB|GLib", escaped, unescapeByGlib);
-    const auto callback = std::make_shared<Callback>();
-    for (const auto& [size, query] : queries)
-        measure("building a callback URL of " + size + "|installer", "http://pages.test/?" + query,
-                [=](const std::string& url) { return (*callback)(url); });
+    const Query small{"40 bytes", "command=getstate&callbackUrl=%2Fdone.html"};
+    const Query medium{"400 bytes", addresses(400)};
+    const Query large{"40 kB", addresses(40'000)};
+    for (const auto& query : {small, medium, large, Query{"40 kB, short parameters", shortParameters(40'000)},
+                              Query{"40 kB, only = and &", separators(40'000)}})
+        measureParsing(query);
+    for (const auto& query : {small, medium, large})
+        measureCallback(query);
+    measureEscapes(textOf(40'000));
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }
