@@ -3,7 +3,10 @@
 
 Usage: report.py BUILD_DIRECTORY RUNS TABLE_FILE
 """
+import os
 import pathlib
+import platform
+import re
 import statistics
 import subprocess
 import sys
@@ -49,6 +52,14 @@ def installed_sizes(build):
     yield "size of the bundle, with the demo's tools", f"{sum(files.values()) / 1e3:.0f} kB", "", "", ""
 
 
+def machine(runs):
+    processor = re.search(r"model name\s*: (.*)", pathlib.Path("/proc/cpuinfo").read_text(encoding="utf-8"))
+    engine = subprocess.run(["pkg-config", "--modversion", "webkitgtk-6.0"], check=True, stdout=subprocess.PIPE)
+    return (f"Medians of {runs}, on {platform.freedesktop_os_release()['PRETTY_NAME']}, {os.cpu_count()} cores of "
+            f"{processor[1] if processor else platform.machine()}, under Xvfb without a GPU, with WebKitGTK "
+            f"{engine.stdout.decode().strip()}.")
+
+
 def main():
     build, runs, table = pathlib.Path(sys.argv[1]).resolve(), int(sys.argv[2]), pathlib.Path(sys.argv[3])
     values, remarks = windows.measure(build, build / "Vok Installer.app", runs)
@@ -59,7 +70,7 @@ def main():
         sizes |= bytes_worked_on
     lines = ["| What | Installer | Compared with | It | Ratio |", "|---|---:|---|---:|---:|"]
     lines += ["| " + " | ".join(row) + " |" for row in [*rows(values, sizes), *installed_sizes(build)]]
-    lines += ["\n" + remark for remark in remarks]
+    lines += ["\n" + remark for remark in [machine(runs), *remarks]]
     table.write_text("\n".join(lines) + "\n", encoding="utf-8")
 
 
