@@ -70,7 +70,6 @@ AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
     set_transient_for(parent);
     set_destroy_with_parent();
     set_modal();
-    set_hide_on_close();  // a destroyed window would hide once more when it is deleted
     set_resizable(false);
 
     auto& title = label(alert.title);

@@ -46,13 +46,18 @@ void GtkWindow::showNextAlert() {
         return;
     openSheet = std::make_unique<AlertSheet>(window, std::move(waitingAlerts.front()));
     waitingAlerts.pop_front();
-    openSheet->signal_hide().connect([this] {
-        Glib::signal_idle().connect_once([this] {
-            const auto ended = std::exchange(openSheet, nullptr);
-            ended->reportEnd();
-            showNextAlert();
-        });
-    });
+    // Closing destroys the window at once. One that is only hidden stays in the toolkit's list, and an
+    // assistive program that asks for it crashes the toolkit (seen with GTK 4.8).
+    openSheet->signal_close_request().connect(
+        [this] {
+            Glib::signal_idle().connect_once([this] {
+                const auto ended = std::exchange(openSheet, nullptr);
+                ended->reportEnd();
+                showNextAlert();
+            });
+            return false;
+        },
+        false);
     openSheet->present();
 }
 
