@@ -65,15 +65,21 @@ TEST_F(PlistReaderTest, GivesDatesAndCollectionsAsTheirSource) {
 TEST_F(PlistReaderTest, ReadsBinaryLists) {
     const std::unique_ptr<void, decltype(&plist_free)> root(plist_new_dict(), plist_free);
     plist_dict_set_item(root.get(), "name", plist_new_string("Vök"));
-    plist_dict_set_item(root.get(), "on", plist_new_bool(1));
+    plist_dict_set_item(root.get(), "größe", plist_new_bool(1));
     plist_dict_set_item(root.get(), "count", plist_new_uint(300));
     char* bytes = nullptr;
     std::uint32_t length = 0;
     plist_to_bin(root.get(), &bytes, &length);
     const std::unique_ptr<char, decltype(&std::free)> owned(bytes, std::free);
 
-    EXPECT_EQ(read(std::string(bytes, length)), (Dictionary{{"name", "Vök"}, {"on", "1"}, {"count", "300"}}));
-    EXPECT_EQ(read(std::string(bytes, length / 2)), std::nullopt);
+    const std::string list(bytes, length);
+    EXPECT_EQ(read(list), (Dictionary{{"name", "Vök"}, {"größe", "1"}, {"count", "300"}}));
+    EXPECT_EQ(read(list.substr(0, length / 2)), std::nullopt);
+    for (const char letter : {'g', 'V'}) {
+        auto withZeroByte = list;
+        withZeroByte[list.find(letter)] = '\0';
+        EXPECT_EQ(read(withZeroByte), std::nullopt);
+    }
 }
 
 std::string nestedArrays(int depth) {
@@ -88,7 +94,8 @@ TEST_F(PlistReaderTest, GivesNothingForWhatIsNoDictionary) {
     for (const auto& content :
          {std::string(), std::string("garbage"), std::string("<html><p>1</html>"),
           xml("<array><string>a</string></array>"), xml("<string>a</string>"),
-          std::string("bplist00 and no more"), std::string(1000, '\0'), nestedArrays(200'000)})
+          std::string("bplist00 and no more"), std::string(1000, '\0'), nestedArrays(200'000),
+          xml("<dict><key>\xE4</key><true/></dict>"), xml("<dict><key>a</key><string>\xE4</string></dict>")})
         EXPECT_EQ(read(content), std::nullopt) << content.substr(0, 100);
     EXPECT_EQ(reader.dictionaryWithContentsOfFile(file.path() + ".missing"), std::nullopt);
     EXPECT_EQ(reader.dictionaryWithContentsOfFile("/"), std::nullopt);

@@ -1,5 +1,6 @@
 #include "platform/gtk/PlistReader.h"
 
+#include <glib.h>
 #include <plist/plist.h>
 
 #include <algorithm>
@@ -115,6 +116,12 @@ std::string textOf(plist_t node) {
     }
 }
 
+/// libplist takes any bytes for a text, and aborts when it is asked for one with a zero byte in it.
+bool isUtf8WithoutZeroBytes(plist_t root) {
+    const auto xml = xmlText(root);
+    return g_utf8_validate(xml.data(), static_cast<gssize>(xml.size()), nullptr);
+}
+
 }  // namespace
 
 std::optional<Dictionary> PlistReader::dictionaryWithContentsOfFile(const std::string& path) const {
@@ -125,7 +132,7 @@ std::optional<Dictionary> PlistReader::dictionaryWithContentsOfFile(const std::s
     std::ostringstream contents;
     contents << file.rdbuf();
     const auto root = parse(std::move(contents).str());
-    if (!root || plist_get_node_type(root.get()) != PLIST_DICT)
+    if (!root || plist_get_node_type(root.get()) != PLIST_DICT || !isUtf8WithoutZeroBytes(root.get()))
         return std::nullopt;
 
     plist_dict_iter newIterator = nullptr;
