@@ -80,7 +80,9 @@ std::optional<Json::Value> parseRecord(const std::string& text) {
     return root;
 }
 
-std::int32_t readProductInfo(const std::string& output, std::int32_t* installed, char* installedVersion,
+}  // namespace
+
+std::int32_t ReadProductInfo(const std::string& output, std::int32_t* installed, char* installedVersion,
                              std::uint32_t installedVersionBufSize) {
     const auto marker = output.find(infoPrefix);
     if (marker == std::string::npos) {
@@ -110,8 +112,6 @@ std::int32_t readProductInfo(const std::string& output, std::int32_t* installed,
     return 0;
 }
 
-}  // namespace
-
 std::int32_t GetInstalledProductInfo(const char* installToolPath, const char* agentId, const char* targetDir,
                                      std::int32_t* installed, char* installedVersion,
                                      std::uint32_t installedVersionBufSize) noexcept {
@@ -126,7 +126,7 @@ std::int32_t GetInstalledProductInfo(const char* installToolPath, const char* ag
             Log("GetInstalledProductInfo: Command failed (code = %d).", code);
             return code;
         }
-        return readProductInfo(output, installed, installedVersion, installedVersionBufSize);
+        return ReadProductInfo(output, installed, installedVersion, installedVersionBufSize);
     } catch (const std::exception& exception) {
         Log("GetInstalledProductInfo: Exception: %s", exception.what());
     } catch (...) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace vok {
 
@@ -16,5 +17,10 @@ namespace vok {
 std::int32_t GetInstalledProductInfo(const char* installToolPath, const char* agentId, const char* targetDir,
                                      std::int32_t* installed, char* installedVersion,
                                      std::uint32_t installedVersionBufSize) noexcept;
+
+/// The second half of it: reads the record in `output`, the product info line as the pipeline printed it.
+/// Returns 0 or -1, and raises a std::exception when a member is of a type that cannot be converted.
+std::int32_t ReadProductInfo(const std::string& output, std::int32_t* installed, char* installedVersion,
+                             std::uint32_t installedVersionBufSize);
 
 }  // namespace vok
