@@ -158,6 +158,7 @@ void WindowTest::closeWindow() {
         pressKey("alt+F4");
         return eventually([this] { return !installer->isRunning(); }, std::chrono::seconds(1));
     });
+    EXPECT_EQ(installer->exitStatus(), 0);
 }
 
 void WindowTest::pressKey(const std::string& key) { shell("xdotool key " + key); }

@@ -68,7 +68,7 @@ protected:
     void pressSheetButton();
     /// Waits until the window is Normal or Iconic.
     void awaitWindow(const std::string& state);
-    /// Closes the window in the way of the window manager and waits for the end of the program.
+    /// Closes the window in the way of the window manager; the program has to end well.
     void closeWindow();
     static void pressKey(const std::string& key);
     /// Chooses "Try again" by `key` as soon as it is there and waits until all expected requests have come.

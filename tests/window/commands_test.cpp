@@ -24,7 +24,6 @@ TEST_F(WindowTest, CommandsReportOnTheirCallbackPages) {
               (Texts{"[command=print_installed_product_info][agentId=AGENT][targetDir=/opt/target dir]"
                      "[print_info_prefix=Install info {{][print_info_suffix=}]"}));
     closeWindow();
-    EXPECT_EQ(installer->exitStatus(), 0);
 }
 
 TEST_F(WindowTest, HideMiniaturisesAndThePageGoesOnAtFullSpeed) {
@@ -103,6 +102,7 @@ TEST_F(WindowTest, SheetsShowTheirTextLiterallyAndOneAfterTheOther) {
         pressSheetButton();
     }
     awaitNoSheet();
+    closeWindow();
 }
 
 }  // namespace

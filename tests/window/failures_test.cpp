@@ -25,7 +25,6 @@ TEST_P(ConfigurationTest, IsMissedInASheetAndTheProgramStays) {
     awaitNoSheet();
     EXPECT_TRUE(installer->isRunning());
     closeWindow();
-    EXPECT_EQ(installer->exitStatus(), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Contents, ConfigurationTest,
@@ -67,6 +66,7 @@ TEST_P(FailedLoadTest, OfACommandRunsNothingUntilItIsTriedAgain) {
     server.expect("/last");
     tryAgain();
     EXPECT_EQ(calls("install tool").size(), 1u);
+    closeWindow();
 }
 
 TEST_P(FailedLoadTest, OfACallbackDoesNotRunTheCommandAgain) {
@@ -80,6 +80,7 @@ TEST_P(FailedLoadTest, OfACallbackDoesNotRunTheCommandAgain) {
     server.expect("/last");
     tryAgain();
     EXPECT_EQ(calls("install tool").size(), 1u);
+    closeWindow();
 }
 
 INSTANTIATE_TEST_SUITE_P(Answers, FailedLoadTest,
@@ -96,6 +97,7 @@ TEST_F(WindowTest, ALostPageLeadsBackToTheFirstPage) {
     server.expect("/last");
     killWebProcess();
     awaitRequests();
+    closeWindow();
 }
 
 TEST_F(WindowTest, ALostCommandPageDoesNotRunItsCommandAgain) {
