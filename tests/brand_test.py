@@ -90,7 +90,8 @@ class BrandTest(unittest.TestCase):
             (tools / tool).chmod(0o700)
 
     def brand(self, output):
-        return subprocess.run([SOURCE / "scripts/brand", self.product, output, TEMPLATE], text=True, capture_output=True, check=False)
+        command = [SOURCE / "scripts/brand", self.product, output, TEMPLATE]
+        return subprocess.run(command, text=True, capture_output=True, check=False)
 
     def test_a_good_product_becomes_a_bundle(self):
         self.write()
