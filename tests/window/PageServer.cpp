@@ -92,6 +92,10 @@ void PageServer::handle(HTTPServerRequest& request, HTTPServerResponse& response
         dynamic_cast<HTTPServerRequestImpl&>(request).socket().shutdown();
         return;
     }
+    if (!answer.redirect.empty()) {
+        response.redirect(answer.redirect);
+        return;
+    }
     response.setContentType(answer.type + "; charset=utf-8");
     response.sendBuffer(answer.body.data(), answer.body.size());
 }

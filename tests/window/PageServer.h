@@ -15,6 +15,7 @@ namespace vok::test {
 struct Answer {
     std::string body = "";
     std::string type = "text/html";        ///< empty: the server hangs up instead of answering
+    std::string redirect = "";             ///< path to ask for instead
     std::function<void()> before = [] {};  ///< called on the server's thread, answers when it returns
 };
 

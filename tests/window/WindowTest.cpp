@@ -49,6 +49,13 @@ std::string shell(const std::string& command) {
     return output;
 }
 
+/// Returns when the process is gone and its parent knows.
+void killAndWait(const std::string& process) {
+    const auto number = std::stoi(process);
+    kill(number, SIGKILL);
+    EXPECT_TRUE(eventually([&] { return kill(number, 0) < 0; }));
+}
+
 std::string sheet(const Installer& installer, const std::string& order = "") {
     return shell(SHEET " " + std::to_string(installer.pid()) + " " + order);
 }
@@ -172,11 +179,27 @@ void WindowTest::tryAgain(const std::string& key) {
     awaitRequests();
 }
 
-void WindowTest::killWebProcess() {
-    const auto processes = "$(pgrep -d, -g " + std::to_string(installer->pid()) + " WebKitWebProces)";
-    const auto largest = shell("ps -o pid= --sort=-rss -p " + processes + " | head -1");
-    ASSERT_NE(largest, "");
-    kill(std::stoi(largest), SIGKILL);
+Texts WindowTest::webProcesses() const {
+    constexpr auto started =
+        "$2 > 100000";  // kilobytes; one that is killed earlier takes the program with it
+    const auto all = "$(pgrep -d, -g " + std::to_string(installer->pid()) + " WebKitWebProces)";
+    std::istringstream lines(shell("ps -o pid=,rss= --sort=rss -p " + all + " | awk '" + started + "'"));
+    Texts processes;
+    for (std::string line; std::getline(lines, line);)
+        processes.push_back(line);
+    return processes;
+}
+
+void WindowTest::killLargestWebProcess() {
+    const auto processes = webProcesses();
+    ASSERT_FALSE(processes.empty());
+    killAndWait(processes.back());
+}
+
+void WindowTest::killSmallestWebProcess() {
+    Texts processes;
+    ASSERT_TRUE(eventually([&] { return (processes = webProcesses()).size() > 1; }));
+    killAndWait(processes.front());
 }
 
 void WindowTest::setRestart(const std::string& code) {

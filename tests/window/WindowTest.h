@@ -73,8 +73,10 @@ protected:
     static void pressKey(const std::string& key);
     /// Chooses "Try again" by `key` as soon as it is there and waits until all expected requests have come.
     void tryAgain(const std::string& key = "Return");
-    /// Kills the process that draws the page: the one with the most memory, given a `largePage`.
-    void killWebProcess();
+    /// Kills the process with the most memory among those that draw pages, which is that of a `largePage`.
+    void killLargestWebProcess();
+    /// Kills the one with the least memory, when a second one has started.
+    void killSmallestWebProcess();
     /// Lets logind run `code`, in Python, when it is asked for a restart.
     void setRestart(const std::string& code);
 
@@ -92,6 +94,9 @@ protected:
     /// The calls of a recording tool, each as "[argument][argument]...", once there are `count` of them.
     Texts calls(const std::string& tool, std::size_t count = 0) const;
     std::string log() const;
+
+    /// Process numbers of those that draw pages, the one with the least memory first.
+    Texts webProcesses() const;
 
     Poco::TemporaryFile sandbox;
     const std::filesystem::path contents;

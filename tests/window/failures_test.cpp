@@ -87,6 +87,36 @@ INSTANTIATE_TEST_SUITE_P(Answers, FailedLoadTest,
                          testing::Values(Answer{"", ""}, Answer{"file", "application/x-file"}),
                          [](const auto& test) { return test.param.type.empty() ? "HangingUp" : "File"; });
 
+constexpr auto largeSplashPage = "<!doctype html><script>kept = new Uint8Array(3e8).fill(1)</script>";
+
+TEST_F(WindowTest, AProcessLostBeforeItHasAPageIsNotMissed) {
+    std::ofstream(tools / "splash.html")
+        << largeSplashPage << "<script>document.write('<img src=" << server.url("/image") << ">')</script>";
+    server.expect("/image", {.before = [this] { killSmallestWebProcess(); }});
+    startWithFirstPage("/last");
+    server.expect("/last");
+    awaitRequests();
+    EXPECT_EQ(log().find("process has ended"), std::string::npos);
+}
+
+/// A process that dies while the first page is on its way: that of the splash page, or that of the first
+/// page.
+class LostStartTest : public WindowTest, public testing::WithParamInterface<bool> {};
+
+TEST_P(LostStartTest, LeadsToTheFirstPageOnceMore) {
+    std::ofstream(tools / "splash.html") << largeSplashPage;
+    server.expect(firstPage(), {.before = [this] {
+                      GetParam() ? killLargestWebProcess() : killSmallestWebProcess();
+                      awaitLog("The web content process has ended.");
+                  }});
+    startWithFirstPage("/last");
+    server.expect("/last");
+    awaitRequests();
+}
+
+INSTANTIATE_TEST_SUITE_P(Pages, LostStartTest, testing::Bool(),
+                         [](const auto& test) { return test.param ? "Splash" : "First"; });
+
 TEST_F(WindowTest, ALostPageLeadsBackToTheFirstPage) {
     startWithFirstPage("/ordinary");
     server.expect("/ordinary", largePage());
@@ -95,7 +125,7 @@ TEST_F(WindowTest, ALostPageLeadsBackToTheFirstPage) {
     awaitLog(server.url("/ordinary"));
     server.expect(firstPage(), pageGoingTo("/last"));
     server.expect("/last");
-    killWebProcess();
+    killLargestWebProcess();
     awaitRequests();
     closeWindow();
 }
@@ -109,7 +139,7 @@ TEST_F(WindowTest, ALostCommandPageDoesNotRunItsCommandAgain) {
     EXPECT_EQ(calls("admin tool", 1).size(), 1u);
     server.expect(firstPage(), pageGoingTo("/last"));
     server.expect("/last");
-    killWebProcess();
+    killLargestWebProcess();
     awaitRequests();
     EXPECT_EQ(calls("admin tool").size(), 1u);
 }

@@ -105,6 +105,17 @@ INSTANTIATE_TEST_SUITE_P(Keys, QuestionTest,
                          testing::Values(Texts{"Return", "/true"}, Texts{"Escape", "/false"}),
                          [](const auto& test) { return test.param[0]; });
 
+TEST_F(WindowTest, TheFirstPageMayLeadToACommandByItself) {
+    const auto state = command("getstate", "/back");
+    server.expect(firstPage(), {.redirect = state});
+    server.expect(state);
+    server.expect("/back?" + report("getstate", "productState=NotInstalled"));
+    server.open();
+    start();
+    awaitRequests();
+    EXPECT_EQ(calls("install tool").size(), 1u);
+}
+
 TEST_F(WindowTest, ACommandInASubFrameRunsNothing) {
     server.expect(firstPage(), {"<!doctype html><iframe src='" + command("getstate", "/wrong") +
                                 "'></iframe><script>onload = () => location = '" +

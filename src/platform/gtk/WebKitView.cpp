@@ -1,14 +1,7 @@
 #include "platform/gtk/WebKitView.h"
 
-#include "foundation/Log.h"
-#include "platform/FailurePage.h"
 #include "platform/gtk/PageDialogs.h"
 #include "platform/gtk/Renderer.h"
-#include "platform/gtk/WordlessError.h"
-#include "platform/gtk/ZeroBytes.h"
-
-#include <Poco/String.h>
-#include <glibmm/main.h>
 
 #include <algorithm>
 #include <array>
@@ -30,11 +23,6 @@ bool isHiddenPageFeature(WebKitFeature* feature) {
                                [&](auto beginning) { return name.starts_with(beginning); });
 }
 
-constexpr unsigned answerTimeout = 60;  // seconds
-constexpr auto blankPage = "about:blank";
-const std::string script = "javascript:";
-constexpr auto notAllowed = "This address is not allowed.";
-
 GObjectPtr<WebKitSettings> makeSettings() {
     GObjectPtr<WebKitSettings> settings(webkit_settings_new());
     webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), true);
@@ -44,32 +32,14 @@ GObjectPtr<WebKitSettings> makeSettings() {
     return settings;
 }
 
-GObjectPtr<WebKitWebView> makeView() {
-    const GObjectPtr<WebKitNetworkSession> session(webkit_network_session_new_ephemeral());
-    const auto settings = makeSettings();
-    return GObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(g_object_ref_sink(g_object_new(
-        WEBKIT_TYPE_WEB_VIEW, "network-session", session.get(), "settings", settings.get(), nullptr))));
+bool isLocal(const std::string& url) { return url.starts_with("file:"); }
+
+/// Whether people can reach the view: with the pointer, the keyboard, and by way of accessibility.
+void setReachable(Gtk::Widget& widget, bool reachable) {
+    widget.set_can_focus(reachable);
+    widget.set_can_target(reachable);
+    gtk_accessible_update_state(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_STATE_HIDDEN, !reachable, -1);
 }
-
-std::string requestURL(WebKitNavigationAction* action) {
-    return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
-}
-
-bool isInterruption(const GError& error) {
-    return g_error_matches(&error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED) ||
-           g_error_matches(&error, WEBKIT_POLICY_ERROR,
-                           WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE);
-}
-
-class DecisionListener final : public WebPolicyDecisionListener {
-public:
-    explicit DecisionListener(WebKitPolicyDecision* asked) : decision(asked) {}
-    void use() override { webkit_policy_decision_use(decision); }
-    void ignore() override { webkit_policy_decision_ignore(decision); }
-
-private:
-    WebKitPolicyDecision* decision;
-};
 
 /// The decision about a window of its own: taken without asking the view to load anything.
 class NewWindowListener final : public WebPolicyDecisionListener {
@@ -86,192 +56,130 @@ private:
 }  // namespace
 
 WebKitView::WebKitView(std::function<void(double)> progress, std::function<void(Alert)> sheets)
-    : view(makeView()), onProgress(std::move(progress)), showSheet(std::move(sheets)) {
-    widget().set_expand();
-    bindSignals();
+    : onProgress(std::move(progress)), showSheet(std::move(sheets)), settings(makeSettings()),
+      session(webkit_network_session_new_ephemeral()), shown(makeNativeView()), next(makeNativeView()),
+      active(shown.get()), downloadStarted(connect<void(WebKitDownload*)>(
+                               session.get(), "download-started",
+                               [this](WebKitDownload* download) { onDownloadStarted(download); })) {
+    setReachable(next->widget(), false);
+    layers.set_expand();
+    layers.set_child(next->widget());
+    layers.add_overlay(shown->widget());
+    shown->warmUp();
+    next->warmUp();
 }
 
-void WebKitView::bindSignals() {
-    connections.push_back(connect<void(WebKitLoadEvent)>(
-        view.get(), "load-changed", [this](WebKitLoadEvent event) { onLoadChanged(event); }));
-    connections.push_back(connect<gboolean(WebKitLoadEvent, const char*, GError*)>(
-        view.get(), "load-failed", [this](WebKitLoadEvent, const char* url, GError* error) {
-            onLoadFailed(url, *error);
-            return true;
-        }));
-    connections.push_back(connect<gboolean(const char*, GTlsCertificate*, GTlsCertificateFlags)>(
-        view.get(), "load-failed-with-tls-errors",
-        [this](const char* url, GTlsCertificate*, GTlsCertificateFlags) {
-            load = Load::failed;
-            showFailurePage(url, "The certificate of the server cannot be trusted.");
-            return true;
-        }));
-    connections.push_back(connect<gboolean(WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
-        view.get(), "decide-policy", [this](WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
-            return onDecidePolicy(decision, type);
-        }));
-    connections.push_back(connect<GtkWidget*(WebKitNavigationAction*)>(
-        view.get(), "create", [this](WebKitNavigationAction* action) -> GtkWidget* {
-            onCreate(action);
-            return nullptr;
-        }));
-    connections.push_back(connect<gboolean(WebKitScriptDialog*)>(view.get(), "script-dialog",
-                                                                 [this](WebKitScriptDialog* dialog) {
-                                                                     answerScriptDialog(dialog, showSheet);
-                                                                     return true;
-                                                                 }));
-    connections.push_back(connect<gboolean(WebKitContextMenu*, WebKitHitTestResult*)>(
-        view.get(), "context-menu",
-        [](WebKitContextMenu* menu, WebKitHitTestResult*) { return !restrictContextMenu(menu); }));
-    connections.push_back(connect<void(WebKitWebProcessTerminationReason)>(
-        view.get(), "web-process-terminated",
-        [this](WebKitWebProcessTerminationReason) { onProcessTerminated(); }));
-    connections.push_back(
-        connect<void(WebKitDownload*)>(webkit_web_view_get_network_session(view.get()), "download-started",
-                                       [this](WebKitDownload* download) { onDownloadStarted(download); }));
-    connections.push_back(
-        connect<void(GParamSpec*)>(view.get(), "notify::estimated-load-progress", [this](GParamSpec*) {
-            onProgress(webkit_web_view_get_estimated_load_progress(view.get()));
-        }));
+std::unique_ptr<NativeWebView> WebKitView::makeNativeView() {
+    NativeWebViewOwner& owner = *this;
+    return std::make_unique<NativeWebView>(owner, session.get(), settings.get());
 }
-
-void WebKitView::setZoomLevel(double level) { webkit_web_view_set_zoom_level(view.get(), level); }
 
 std::optional<std::string> WebKitView::mainFrameURL() const {
-    const char* const url = webkit_web_view_get_uri(view.get());
-    return url ? std::optional<std::string>(url) : std::nullopt;
+    const auto url = active->url();
+    return url ? url : shown->url();
 }
 
 void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
-    WebKitSettings* const settings = webkit_web_view_get_settings(view.get());
     const std::unique_ptr<WebKitFeatureList, FeatureListUnref> features(webkit_settings_get_all_features());
     for (gsize i = 0; i < webkit_feature_list_get_length(features.get()); ++i) {
         WebKitFeature* const feature = webkit_feature_list_get(features.get(), i);
         if (isHiddenPageFeature(feature))
-            webkit_settings_set_feature_enabled(settings, feature, !update);
+            webkit_settings_set_feature_enabled(settings.get(), feature, !update);
     }
 }
+
+void WebKitView::setZoomLevel(double level) {
+    for (auto* const view : {shown.get(), next.get()})
+        if (view)
+            view->setZoomLevel(level);
+}
+
+void WebKitView::dialogRequested(WebKitScriptDialog* dialog) { answerScriptDialog(dialog, showSheet); }
 
 void WebKitView::loadRequest(const std::string& url) {
-    // A script as an address would never end to load.
-    if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0) {
-        showFailurePage(withoutZeroBytes(url), notAllowed);
+    if (next && !isLocal(url))
+        activateNext();
+    else
+        activateShown();
+    active->load(url);
+}
+
+void WebKitView::activateNext() {
+    if (active == next.get())
         return;
-    }
-    requestedURL = url;
-    webkit_web_view_load_uri(view.get(), url.c_str());
+    next->takeHistoryOf(*shown);
+    active = next.get();
 }
 
-void WebKitView::onLoadChanged(WebKitLoadEvent event) {
-    if (event == WEBKIT_LOAD_STARTED) {
-        load = std::exchange(failurePageRequested, false) ? Load::failurePage : Load::page;
-        awaitAnswer();
-        if (load == Load::page && frameLoadDelegate)
-            frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*this, *this);
-    } else if (event == WEBKIT_LOAD_COMMITTED) {
-        onCommitted();
-    } else if (event == WEBKIT_LOAD_FINISHED) {
-        if (std::exchange(load, Load::none) == Load::page && frameLoadDelegate)
-            onFinished();
-    }
-}
-
-/// An error that the server answers is a page that loads like any other; only one without a word needs ours.
-void WebKitView::onFinished() {
-    frameLoadDelegate->webViewDidFinishLoadForFrame(*this, *this);
-    if (requestedURL.empty())
-        findWordlessError(
-            view.get(), [this](const char* url, const std::string& reason) { showFailurePage(url, reason); });
-}
-
-/// An address that WebKitGTK refuses to ask for, such as one with a blocked port, turns into an empty page.
-void WebKitView::onCommitted() {
-    silence.disconnect();
-    const auto requested = std::exchange(requestedURL, {});
-    if (load != Load::page || mainFrameURL() != blankPage || requested.empty() || requested == blankPage)
+void WebKitView::activateShown() {
+    if (active == shown.get())
         return;
-    load = Load::failed;
-    showFailurePage(requested, notAllowed);
+    next->stop();
+    active = shown.get();
 }
 
-/// WebKitGTK itself would wait for ever.
-void WebKitView::awaitAnswer() {
-    silence.disconnect();
-    silence = Glib::signal_timeout().connect_seconds(
-        [this] {
-            showFailurePage(mainFrameURL().value_or(""), "The server does not answer.");
-            return false;
-        },
-        answerTimeout);
+void WebKitView::loadStarted(NativeWebView& view) {
+    if (&view == shown.get())
+        activateShown();
+    if (frameLoadDelegate)
+        frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*this, *this);
 }
 
-void WebKitView::onLoadFailed(const char* url, const GError& error) {
-    silence.disconnect();
-    load = Load::failed;
-    if (!isInterruption(error))
-        showFailurePage(url, error.message);
+void WebKitView::loadCommitted(NativeWebView& view) {
+    if (&view != active)
+        return;
+    if (active == next.get())
+        showNext();
+    else if (!isLocal(view.url().value_or("")))
+        dropNext();
 }
 
-void WebKitView::showFailurePage(const std::string& url, const std::string& reason) {
-    Log("Failed to load '%@' (%@).", url, reason);
-    failurePageRequested = true;
-    // With its own address as the base, the page may link to it even where that is a local file.
-    webkit_web_view_load_alternate_html(view.get(), failurePage(url, reason).c_str(), url.c_str(),
-                                        url.c_str());
+void WebKitView::loadFinished(NativeWebView& view) {
+    if (&view == active && frameLoadDelegate)
+        frameLoadDelegate->webViewDidFinishLoadForFrame(*this, *this);
 }
 
-bool WebKitView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
-    switch (type) {
-    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION: {
-        if (!policyDelegate)
-            return false;
-        DecisionListener listener(decision);
-        const auto url = requestURL(webkit_navigation_policy_decision_get_navigation_action(
-            WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
-        policyDelegate->webViewDecidePolicyForNavigationAction(*this, url, listener);
-        return true;
-    }
-    case WEBKIT_POLICY_DECISION_TYPE_RESPONSE:
-        return onResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision));
-    default:
-        return false;  // a new window is asked for again, in "create"
-    }
+/// Nothing is lost with a process that only waited for a load, which will start another.
+void WebKitView::processTerminated(NativeWebView& view) {
+    const bool lost = &view == shown.get() || &view == active;
+    if (lost && frameLoadDelegate)
+        frameLoadDelegate->webViewWebContentProcessDidTerminate(*this);
 }
 
-/// A page that is a file to download would leave the view as it is, without a word.
-bool WebKitView::onResponse(WebKitResponsePolicyDecision* decision) {
-    if (!webkit_response_policy_decision_is_main_frame_main_resource(decision) ||
-        webkit_response_policy_decision_is_mime_type_supported(decision))
-        return false;
-    webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
-    WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
-    showFailurePage(webkit_uri_response_get_uri(response),
-                    unsupportedTypeReason(webkit_uri_response_get_mime_type(response)));
-    return true;
+void WebKitView::decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) {
+    if (policyDelegate)
+        policyDelegate->webViewDecidePolicyForNavigationAction(*this, requestURL, listener);
+    else
+        listener.use();
+}
+
+void WebKitView::newWindowRequested(const std::string& requestURL) {
+    if (!uiDelegate || !policyDelegate)
+        return;
+    auto& target = uiDelegate->webViewCreateWebViewWithRequest(*this, requestURL);
+    NewWindowListener listener(target, requestURL);
+    policyDelegate->webViewDecidePolicyForNavigationAction(target, requestURL, listener);
 }
 
 /// The web view would put the file into the person's download directory without a word.
 void WebKitView::onDownloadStarted(WebKitDownload* download) {
     webkit_download_cancel(download);
-    showFailurePage(webkit_uri_request_get_uri(webkit_download_get_request(download)),
-                    "It is a file to download, which cannot be shown here.");
+    auto& view = next && next->is(webkit_download_get_web_view(download)) ? *next : *shown;
+    view.showFailurePage(webkit_uri_request_get_uri(webkit_download_get_request(download)),
+                         "It is a file to download, which cannot be shown here.");
 }
 
-void WebKitView::onCreate(WebKitNavigationAction* action) {
-    if (!uiDelegate || !policyDelegate)
-        return;
-    const auto url = requestURL(action);
-    auto& target = uiDelegate->webViewCreateWebViewWithRequest(*this, url);
-    NewWindowListener listener(target, url);
-    policyDelegate->webViewDecidePolicyForNavigationAction(target, url, listener);
+void WebKitView::showNext() {
+    layers.remove_overlay(shown->widget());
+    shown = std::move(next);
+    setReachable(shown->widget(), true);
+    shown->widget().grab_focus();
 }
 
-void WebKitView::onProcessTerminated() {
-    silence.disconnect();
-    load = Load::failed;
-    failurePageRequested = false;
-    if (frameLoadDelegate)
-        frameLoadDelegate->webViewWebContentProcessDidTerminate(*this);
+void WebKitView::dropNext() {
+    if (next)
+        layers.unset_child();
+    next.reset();
 }
 
 }  // namespace vok

@@ -2,23 +2,30 @@
 
 #include "platform/WebView.h"
 #include "platform/gtk/AlertSheet.h"
-#include "platform/gtk/Signal.h"
+#include "platform/gtk/NativeWebView.h"
 
-#include <gtkmm/widget.h>
-#include <webkit/webkit.h>
+#include <gtkmm/overlay.h>
 
-#include <vector>
+#include <functional>
+#include <memory>
 
 namespace vok {
 
 /// The web view by WebKitGTK. Keeps nothing on disk.
-class WebKitView final : public WebView, private WebFrame {
+///
+/// A local page and a page of the web never share a process, and starting one takes longer than anything else
+/// on the way to the first page of the web. So there are two native views at first: one is shown, the other
+/// lies under it with its process running already. The first page of the web is loaded there and shown as
+/// soon as it commits; then the first view goes. Should anything else come in between, the other view goes
+/// instead and the one that is shown loads everything itself.
+class WebKitView final : public WebView, private WebFrame, private NativeWebViewOwner {
 public:
     /// `onProgress` hears of the load's progress, from 0 to 1.
     WebKitView(std::function<void(double)> onProgress, std::function<void(Alert)> showSheet);
+
     void setZoomLevel(double level);
 
-    Gtk::Widget& widget() { return *Glib::wrap(GTK_WIDGET(view.get())); }
+    Gtk::Widget& widget() { return layers; }
 
     WebFrame& mainFrame() override { return *this; }
     std::optional<std::string> mainFrameURL() const override;
@@ -33,38 +40,35 @@ private:
     WebView& webView() override { return *this; }
     void loadRequest(const std::string& url) override;
 
-    /// What the latest load of the main frame is.
-    enum class Load {
-        none,         ///< finished, or not begun
-        page,         ///< under way, and worth reporting
-        failed,       ///< failed or interrupted; WebKitGTK still says that it finished
-        failurePage,  ///< our own page in place of a failed one; nothing of it is reported
-    };
+    void loadStarted(NativeWebView& view) override;
+    void loadCommitted(NativeWebView& view) override;
+    void loadFinished(NativeWebView& view) override;
+    void loadProgressed(double progress) override { onProgress(progress); }
+    void processTerminated(NativeWebView& view) override;
+    void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) override;
+    void newWindowRequested(const std::string& requestURL) override;
+    void dialogRequested(WebKitScriptDialog* dialog) override;
 
-    void bindSignals();
-    void onLoadChanged(WebKitLoadEvent event);
-    void awaitAnswer();
-    void onCommitted();
-    void onFinished();
-    void onLoadFailed(const char* url, const GError& error);
-    void showFailurePage(const std::string& url, const std::string& reason);
-    bool onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
-    bool onResponse(WebKitResponsePolicyDecision* decision);
+    std::unique_ptr<NativeWebView> makeNativeView();
     void onDownloadStarted(WebKitDownload* download);
-    void onCreate(WebKitNavigationAction* action);
-    void onProcessTerminated();
+    /// Of one web view's loads only the latest counts; these say which of the two views has it.
+    void activateNext();
+    void activateShown();
+    void showNext();
+    void dropNext();
 
-    GObjectPtr<WebKitWebView> view;
+    std::function<void(double)> onProgress;
+    std::function<void(Alert)> showSheet;
     WebFrameLoadDelegate* frameLoadDelegate = nullptr;
     WebPolicyDelegate* policyDelegate = nullptr;
     WebUIDelegate* uiDelegate = nullptr;
-    Load load = Load::none;
-    std::string requestedURL;           ///< asked for by loadRequest and not committed yet
-    bool failurePageRequested = false;  ///< the next load to start is our own page
-    sigc::connection silence;           ///< ends a load whose server says nothing
-    std::function<void(double)> onProgress;
-    std::function<void(Alert)> showSheet;
-    std::vector<SignalConnection> connections;
+    Gtk::Overlay layers;
+    GObjectPtr<WebKitSettings> settings;
+    GObjectPtr<WebKitNetworkSession> session;
+    std::unique_ptr<NativeWebView> shown;
+    std::unique_ptr<NativeWebView> next;  ///< null once the first page of the web has committed somewhere
+    NativeWebView* active;                ///< the view of the latest load, one of the two
+    SignalConnection downloadStarted;
 };
 
 }  // namespace vok

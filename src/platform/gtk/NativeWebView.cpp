@@ -1,0 +1,230 @@
+#include "platform/gtk/NativeWebView.h"
+
+#include "foundation/Log.h"
+#include "platform/FailurePage.h"
+#include "platform/gtk/PageDialogs.h"
+#include "platform/gtk/WordlessError.h"
+#include "platform/gtk/ZeroBytes.h"
+
+#include <Poco/String.h>
+#include <glibmm/main.h>
+
+#include <utility>
+
+namespace vok {
+
+namespace {
+
+struct SessionStateUnref {
+    void operator()(WebKitWebViewSessionState* state) const { webkit_web_view_session_state_unref(state); }
+};
+
+constexpr unsigned answerTimeout = 60;  // seconds
+constexpr auto blankPage = "about:blank";
+const std::string script = "javascript:";
+constexpr auto notAllowed = "This address is not allowed.";
+
+GObjectPtr<WebKitWebView> makeView(WebKitNetworkSession* session, WebKitSettings* settings) {
+    return GObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(g_object_ref_sink(
+        g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", session, "settings", settings, nullptr))));
+}
+
+std::string requestURL(WebKitNavigationAction* action) {
+    return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
+}
+
+bool isInterruption(const GError& error) {
+    return g_error_matches(&error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED) ||
+           g_error_matches(&error, WEBKIT_POLICY_ERROR,
+                           WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE);
+}
+
+class DecisionListener final : public WebPolicyDecisionListener {
+public:
+    explicit DecisionListener(WebKitPolicyDecision* asked) : decision(asked) {}
+    void use() override { webkit_policy_decision_use(decision); }
+    void ignore() override { webkit_policy_decision_ignore(decision); }
+
+private:
+    WebKitPolicyDecision* decision;
+};
+
+}  // namespace
+
+NativeWebView::NativeWebView(NativeWebViewOwner& viewOwner, WebKitNetworkSession* session,
+                             WebKitSettings* settings)
+    : owner(viewOwner), view(makeView(session, settings)) {
+    bindSignals();
+}
+
+NativeWebView::~NativeWebView() { silence.disconnect(); }
+
+void NativeWebView::bindSignals() {
+    connections.push_back(connect<void(WebKitLoadEvent)>(
+        view.get(), "load-changed", [this](WebKitLoadEvent event) { onLoadChanged(event); }));
+    connections.push_back(connect<gboolean(WebKitLoadEvent, const char*, GError*)>(
+        view.get(), "load-failed", [this](WebKitLoadEvent, const char* url, GError* error) {
+            onLoadFailed(url, *error);
+            return true;
+        }));
+    connections.push_back(connect<gboolean(const char*, GTlsCertificate*, GTlsCertificateFlags)>(
+        view.get(), "load-failed-with-tls-errors",
+        [this](const char* url, GTlsCertificate*, GTlsCertificateFlags) {
+            currentLoad = Load::failed;
+            showFailurePage(url, "The certificate of the server cannot be trusted.");
+            return true;
+        }));
+    connections.push_back(connect<gboolean(WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
+        view.get(), "decide-policy", [this](WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+            return onDecidePolicy(decision, type);
+        }));
+    connections.push_back(connect<GtkWidget*(WebKitNavigationAction*)>(
+        view.get(), "create", [this](WebKitNavigationAction* action) -> GtkWidget* {
+            owner.newWindowRequested(requestURL(action));
+            return nullptr;
+        }));
+    connections.push_back(connect<gboolean(WebKitScriptDialog*)>(view.get(), "script-dialog",
+                                                                 [this](WebKitScriptDialog* dialog) {
+                                                                     owner.dialogRequested(dialog);
+                                                                     return true;
+                                                                 }));
+    connections.push_back(connect<gboolean(WebKitContextMenu*, WebKitHitTestResult*)>(
+        view.get(), "context-menu",
+        [](WebKitContextMenu* menu, WebKitHitTestResult*) { return !restrictContextMenu(menu); }));
+    connections.push_back(connect<void(WebKitWebProcessTerminationReason)>(
+        view.get(), "web-process-terminated",
+        [this](WebKitWebProcessTerminationReason) { onProcessTerminated(); }));
+    connections.push_back(
+        connect<void(GParamSpec*)>(view.get(), "notify::estimated-load-progress", [this](GParamSpec*) {
+            owner.loadProgressed(webkit_web_view_get_estimated_load_progress(view.get()));
+        }));
+}
+
+/// A script, even an empty one, needs the process; WebKitGTK has no other way to ask for it without a load.
+void NativeWebView::warmUp() {
+    webkit_web_view_evaluate_javascript(view.get(), "", 0, nullptr, nullptr, nullptr, nullptr, nullptr);
+}
+
+void NativeWebView::takeHistoryOf(const NativeWebView& other) {
+    const std::unique_ptr<WebKitWebViewSessionState, SessionStateUnref> state(
+        webkit_web_view_get_session_state(other.view.get()));
+    webkit_web_view_restore_session_state(view.get(), state.get());
+}
+
+std::optional<std::string> NativeWebView::url() const {
+    const char* const url = webkit_web_view_get_uri(view.get());
+    return url && *url ? std::optional<std::string>(url) : std::nullopt;
+}
+
+void NativeWebView::load(const std::string& url) {
+    // A script as an address would never end to load.
+    if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0) {
+        showFailurePage(withoutZeroBytes(url), notAllowed);
+        return;
+    }
+    requestedURL = url;
+    webkit_web_view_load_uri(view.get(), url.c_str());
+}
+
+void NativeWebView::stop() {
+    silence.disconnect();
+    failurePageRequested = false;
+    webkit_web_view_stop_loading(view.get());
+}
+
+void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
+    if (event == WEBKIT_LOAD_STARTED) {
+        currentLoad = std::exchange(failurePageRequested, false) ? Load::failurePage : Load::page;
+        awaitAnswer();
+        if (currentLoad == Load::page)
+            owner.loadStarted(*this);
+    } else if (event == WEBKIT_LOAD_COMMITTED) {
+        onCommitted();
+    } else if (event == WEBKIT_LOAD_FINISHED) {
+        if (std::exchange(currentLoad, Load::none) == Load::page)
+            onFinished();
+    }
+}
+
+/// An error that the server answers is a page that loads like any other; only one without a word needs ours.
+void NativeWebView::onFinished() {
+    owner.loadFinished(*this);
+    if (requestedURL.empty())
+        findWordlessError(
+            view.get(), [this](const char* url, const std::string& reason) { showFailurePage(url, reason); });
+}
+
+/// WebKitGTK itself would wait for ever.
+void NativeWebView::awaitAnswer() {
+    silence.disconnect();
+    silence = Glib::signal_timeout().connect_seconds(
+        [this] {
+            showFailurePage(url().value_or(""), "The server does not answer.");
+            return false;
+        },
+        answerTimeout);
+}
+
+/// An address that WebKitGTK refuses to ask for, such as one with a blocked port, turns into an empty page.
+void NativeWebView::onCommitted() {
+    silence.disconnect();
+    const auto requested = std::exchange(requestedURL, {});
+    if (currentLoad == Load::page && url() == blankPage && !requested.empty() && requested != blankPage) {
+        currentLoad = Load::failed;
+        showFailurePage(requested, notAllowed);
+    } else {
+        owner.loadCommitted(*this);
+    }
+}
+
+void NativeWebView::onLoadFailed(const char* url, const GError& error) {
+    silence.disconnect();
+    currentLoad = Load::failed;
+    if (!isInterruption(error))
+        showFailurePage(url, error.message);
+}
+
+void NativeWebView::showFailurePage(const std::string& url, const std::string& reason) {
+    Log("Failed to load '%@' (%@).", url, reason);
+    failurePageRequested = true;
+    // With its own address as the base, the page may link to it even where that is a local file.
+    webkit_web_view_load_alternate_html(view.get(), failurePage(url, reason).c_str(), url.c_str(),
+                                        url.c_str());
+}
+
+bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+    switch (type) {
+    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION: {
+        DecisionListener listener(decision);
+        const auto url = requestURL(webkit_navigation_policy_decision_get_navigation_action(
+            WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
+        owner.decideNavigation(url, listener);
+        return true;
+    }
+    case WEBKIT_POLICY_DECISION_TYPE_RESPONSE:
+        return onResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision));
+    default:
+        return false;  // a new window is asked for again, in "create"
+    }
+}
+
+/// A page that is a file to download would leave the view as it is, without a word.
+bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
+    if (!webkit_response_policy_decision_is_main_frame_main_resource(decision) ||
+        webkit_response_policy_decision_is_mime_type_supported(decision))
+        return false;
+    webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
+    WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
+    showFailurePage(webkit_uri_response_get_uri(response),
+                    unsupportedTypeReason(webkit_uri_response_get_mime_type(response)));
+    return true;
+}
+
+void NativeWebView::onProcessTerminated() {
+    silence.disconnect();
+    currentLoad = Load::failed;
+    failurePageRequested = false;
+    owner.processTerminated(*this);
+}
+
+}  // namespace vok

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "platform/WebView.h"
+#include "platform/gtk/Signal.h"
+
+#include <gtkmm/widget.h>
+#include <webkit/webkit.h>
+
+#include <vector>
+
+namespace vok {
+
+class NativeWebView;
+
+/// Hears what happens in a native web view, and keeps the view until it has returned.
+class NativeWebViewOwner {
+public:
+    virtual ~NativeWebViewOwner() = default;
+
+    /// A load has begun.
+    virtual void loadStarted(NativeWebView& view) = 0;
+    /// Another page takes the place of the one before; it may be the page that says that a load has failed.
+    virtual void loadCommitted(NativeWebView& view) = 0;
+    /// A load has ended well.
+    virtual void loadFinished(NativeWebView& view) = 0;
+    virtual void loadProgressed(double progress) = 0;
+    virtual void processTerminated(NativeWebView& view) = 0;
+    virtual void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) = 0;
+    /// A page asks for a window of its own; the view itself opens none.
+    virtual void newWindowRequested(const std::string& requestURL) = 0;
+    virtual void dialogRequested(WebKitScriptDialog* dialog) = 0;
+};
+
+/// One WebKitWebView: its loads, and the page that stands in for one that failed.
+class NativeWebView {
+public:
+    /// `owner` is borrowed and outlives the view.
+    NativeWebView(NativeWebViewOwner& owner, WebKitNetworkSession* session, WebKitSettings* settings);
+    NativeWebView(const NativeWebView&) = delete;
+    ~NativeWebView();
+
+    Gtk::Widget& widget() { return *Glib::wrap(GTK_WIDGET(view.get())); }
+
+    /// Starts the process that draws the pages, before there is anything to load.
+    void warmUp();
+
+    /// Goes on from the pages that `other` has shown: "back" leads to them.
+    void takeHistoryOf(const NativeWebView& other);
+
+    void load(const std::string& url);
+    void stop();
+
+    /// URL that is being loaded, or else of the page that is there; nothing before the first load.
+    std::optional<std::string> url() const;
+
+    /// 1 for the actual size.
+    void setZoomLevel(double level) { webkit_web_view_set_zoom_level(view.get(), level); }
+
+    /// Is `candidate` the view behind this one?
+    bool is(const WebKitWebView* candidate) const { return candidate == view.get(); }
+
+    /// Shows in place of the page at `url` that it could not be loaded, and why.
+    void showFailurePage(const std::string& url, const std::string& reason);
+
+private:
+    /// What the latest load of the main frame is.
+    enum class Load {
+        none,         ///< finished, or not begun
+        page,         ///< under way, and worth reporting
+        failed,       ///< failed or interrupted; WebKitGTK still says that it finished
+        failurePage,  ///< our own page in place of a failed one; nothing of it is reported
+    };
+
+    void bindSignals();
+    void onLoadChanged(WebKitLoadEvent event);
+    void awaitAnswer();
+    void onCommitted();
+    void onFinished();
+    void onLoadFailed(const char* url, const GError& error);
+    bool onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
+    bool onResponse(WebKitResponsePolicyDecision* decision);
+    void onProcessTerminated();
+
+    NativeWebViewOwner& owner;
+    GObjectPtr<WebKitWebView> view;
+    Load currentLoad = Load::none;
+    std::string requestedURL;           ///< asked for by `load` and not committed yet
+    bool failurePageRequested = false;  ///< the next load to start is our own page
+    sigc::connection silence;           ///< ends a load whose server says nothing
+    std::vector<SignalConnection> connections;
+};
+
+}  // namespace vok
