@@ -18,11 +18,11 @@ WEB, NETWORK = "WebKitWebProces", "WebKitNetworkPr"
 large = page("large") + "<script>onload = () => { window.kept = new Uint8Array(2e8).fill(1); fetch('/lost') }</script>"
 
 
-@fault("web process killed during the splash page", "page first")
+@fault("web process killed during the splash page", "page last")
 def _(it):
     it.lost = threading.Event()
     it.splash = large.replace("'/lost'", f"'{it.pages.address}/lost'")
-    it.answers["/first"] = lambda handler: page("first") if it.lost.wait(30) else None
+    it.answers["/first"] = lambda handler: page("first", "/last") if it.lost.wait(30) else None
     def lost(handler):
         it.splash_file.write_text(page("splash"))
         it.kill_largest(WEB)
@@ -31,23 +31,23 @@ def _(it):
     it.start()
 
 
-@fault("web process killed during an ordinary page", "page first")
+@fault("web process killed during an ordinary page", "page last")
 def _(it):
     it.answers["/first"] = large
     def lost(handler):
-        it.answers["/first"] = page("first")
+        it.answers["/first"] = page("first", "/last")
         it.kill_largest(WEB)
     it.answers["/lost"] = lost
     it.start()
 
 
-@fault("web process killed on a command URL", "page first; admin tool ran 1×")
+@fault("web process killed on a command URL", "page last; admin tool ran 1×")
 def _(it):
     it.first("uninstall", reportUrl="r")
     it.answers["/command"] = large
     def lost(handler):
         it.wait_for(it.ran)
-        it.answers["/first"] = page("first")
+        it.answers["/first"] = page("first", "/last")
         it.kill_largest(WEB)
     it.answers["/lost"] = lost
     it.start()
