@@ -109,8 +109,8 @@ private:
         application->add_window(installer->mainWindow());
         addKeyboardShortcuts(*application.get(), installer->mainWindow(),
                              [this](double level) { installer->zoomPage(level); });
-        installer->mainWindow().present();
         installer->applicationDelegate().applicationDidFinishLaunching();
+        installer->mainWindow().present();
     }
 
     void onWindowRemoved() {
