@@ -21,11 +21,11 @@ def plain_bundle(product, template, scratch):
     return scratch / "bundle"
 
 
-MAKERS = {".deb": debian.make_package, ".tar.xz": archive, "": plain_bundle}
+MAKERS = {".deb": debian.make_package, ".tar.xz": archive, ".app": plain_bundle}
 
 
 def maker_for(output):
-    return next(maker for ending, maker in MAKERS.items() if output.name.endswith(ending))
+    return next((maker for ending, maker in MAKERS.items() if output.name.endswith(ending)), None)
 
 
 def mistakes_about(output, make, template):
@@ -33,6 +33,8 @@ def mistakes_about(output, make, template):
         yield "There is no built installer to start from: unpack its archive, or build it here."
     elif not os.access(template / "Contents/MacOS/vok-installer", os.X_OK):
         yield f"'{template}' is no bundle of the installer."
+    if make is None:
+        yield f"'{output.name}' must end in {', '.join(MAKERS)}: that says what is made."
     if not output.parent.is_dir():
         yield f"There is no directory '{output.parent}' for the result."
     if output.is_dir() or make is plain_bundle and output.exists():
@@ -59,4 +61,7 @@ def main(config_directory, output, template=None):
     print(f"Made '{output}'.")
 
 
-main(*sys.argv[1:])
+try:
+    main(*sys.argv[1:])
+except OSError as error:
+    sys.exit(f"'{error.filename}': {error.strerror}.")

@@ -21,7 +21,8 @@ def mistakes_in(tools):
             values = plistlib.load(stream)
     except FileNotFoundError:
         return ["Tools/installer_config.plist is missing."]
-    except (plistlib.InvalidFileException, xml.parsers.expat.ExpatError, ValueError, OverflowError) as error:
+    except (plistlib.InvalidFileException, xml.parsers.expat.ExpatError, ValueError, OverflowError,
+            AttributeError) as error:
         return [f"Tools/installer_config.plist is no property list: {error}."]
     if not isinstance(values, dict):
         return ["Tools/installer_config.plist must hold a dictionary."]
@@ -56,7 +57,7 @@ def url_sentences(value, _tools):
     except ValueError as error:
         yield f"is no address: {error}"
         return
-    if url.scheme not in DEFAULT_PORTS or not host:
+    if url.scheme not in DEFAULT_PORTS or not host or not value.startswith(f"{url.scheme}://"):
         yield "must be an address that begins with https:// and a host"
         return
     if url.scheme == "http" and host not in THIS_COMPUTER:
@@ -113,6 +114,12 @@ def shell_sentences(value, _tools):
         yield f"contains {found} which the shell that starts the tools would take as its own"
 
 
+def agent_sentences(value, tools):
+    if set(value) & set("&#%+?= "):
+        yield "must not contain blanks or any of & # % + ? =, which mean something else in an address"
+    yield from shell_sentences(value, tools)
+
+
 def directory_sentences(value, tools):
     if not value.startswith("/"):
         yield "must be an absolute path"
@@ -130,7 +137,7 @@ CHECKS = {
     "commandUrlPrefix": prefix_sentences,
     "installTool": tool_sentences,
     "launchAsAdminTool": tool_sentences,
-    "agentId": shell_sentences,
+    "agentId": agent_sentences,
     "targetDir": directory_sentences,
     "lang": language_sentences,
 }

@@ -15,12 +15,13 @@ KEYS = ("name", "version", "identifier", "summary", "description", "maintainer",
 
 # What each value has to look like, and how that is said.
 FORMS = {
-    "name": (r"""[^/\\"'$`.][^/\\"'$`]*""", "is part of a path that a shell reads: it must not begin with a full stop, "
-             "nor contain any of / \\ \" ' $ `"),
+    "name": (r"""[^/\\"'$`?.][^/\\"'$`?]*""", "is part of a path that a shell and an address are made of: it must not begin "
+             "with a full stop, nor contain any of / \\ ? \" ' $ `"),
     "version": (r"\d+(\.\d+){0,3}", "must be one to four numbers with full stops between them, such as 1.4.0"),
     "identifier": (r"[A-Za-z_][\w-]*(\.[A-Za-z_][\w-]*){2,}", "must be at least three words of letters, digits and - "
                    "with full stops between them, such as com.example.Installer"),
-    "summary": (r"[^\\]{1,89}[^.\\]", "must be a line of at most 90 characters without a full stop at its end"),
+    "summary": (r"[^\\]{1,89}[^.\\]", "must be a line of at most 90 characters, without a backslash and without a full "
+                "stop at its end"),
     "maintainer": (r"[^<>]+ <[^<>@\s]+@[^<>@\s]+>", "must be a name and a mail address, such as "
                    "Example <mail@example.com>"),
     "homepage": (r"https://[^\s<>\"]+", "must be an https address"),

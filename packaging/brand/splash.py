@@ -1,5 +1,6 @@
 """Mistakes in a product's splash page, which is shown before the network is there."""
 import html.parser
+import os
 import re
 import urllib.parse
 
@@ -39,8 +40,8 @@ class References(html.parser.HTMLParser):
             self.found += re.findall(r"""["'`]((?:https?:)?//[^"'`\s]+)""", data)
 
     def take_style(self, text):
-        self.found += re.findall(r"""url\(\s*["']?([^"')]+)""", text)
-        self.found += re.findall(r"""@import\s+["']([^"']+)""", text)
+        self.found += re.findall(r"""url\(\s*["']?([^"')]+)""", text, re.IGNORECASE)
+        self.found += re.findall(r"""@import\s+["']([^"']+)""", text, re.IGNORECASE)
 
 
 def mistakes_in(tools):
@@ -63,4 +64,5 @@ def sentence_about(reference, tools):
     if re.match("([a-z][a-z0-9+.-]*:|//)", reference, re.IGNORECASE):
         return f"'{reference}' lies elsewhere, but the page is shown before anything can be loaded"
     path = urllib.parse.unquote(re.split("[?#]", reference)[0])
-    return None if not path or (tools / path).is_file() else f"'{reference}' is not in Tools"
+    inside = not os.path.normpath(path).startswith(("..", "/"))
+    return None if not path or inside and (tools / path).is_file() else f"'{reference}' is not in Tools"

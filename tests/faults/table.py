@@ -15,10 +15,11 @@ def fault(name, outcome, seconds=30, **bundle):
 
 def try_out(program, names):
     """Tries the faults whose names match, prints a line for each, and returns how many end otherwise."""
+    chosen = [fault for fault in FAULTS if re.search(names, fault[0])]
+    if not chosen:
+        raise SystemExit(f"No fault's name matches '{names}'.")
     failed = 0
-    for name, outcome, seconds, bundle, function in FAULTS:
-        if not re.search(names, name):
-            continue
+    for name, outcome, seconds, bundle, function in chosen:
         it = Installer(program, **bundle)
         try:
             function(it)
