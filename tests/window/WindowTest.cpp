@@ -180,8 +180,8 @@ void WindowTest::tryAgain(const std::string& key) {
 }
 
 Texts WindowTest::webProcesses() const {
-    constexpr auto started =
-        "$2 > 100000";  // kilobytes; one that is killed earlier takes the program with it
+    // More than 100,000 kB: a process that is killed while it starts takes the program with it.
+    constexpr auto started = "$2 > 100000";
     const auto all = "$(pgrep -d, -g " + std::to_string(installer->pid()) + " WebKitWebProces)";
     std::istringstream lines(shell("ps -o pid=,rss= --sort=rss -p " + all + " | awk '" + started + "'"));
     Texts processes;

@@ -85,7 +85,7 @@ void NativeWebView::bindSignals() {
         }));
     connections.push_back(connect<gboolean(WebKitScriptDialog*)>(view.get(), "script-dialog",
                                                                  [this](WebKitScriptDialog* dialog) {
-                                                                     owner.dialogRequested(dialog);
+                                                                     owner.scriptDialogRequested(dialog);
                                                                      return true;
                                                                  }));
     connections.push_back(connect<gboolean(WebKitContextMenu*, WebKitHitTestResult*)>(
@@ -142,27 +142,15 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
         onCommitted();
     } else if (event == WEBKIT_LOAD_FINISHED) {
         if (std::exchange(currentLoad, Load::none) == Load::page)
-            onFinished();
+            owner.loadFinished(*this);
     }
 }
 
 /// An error that the server answers is a page that loads like any other; only one without a word needs ours.
-void NativeWebView::onFinished() {
-    owner.loadFinished(*this);
+void NativeWebView::replaceWordlessError() {
     if (requestedURL.empty())
         findWordlessError(
             view.get(), [this](const char* url, const std::string& reason) { showFailurePage(url, reason); });
-}
-
-/// WebKitGTK itself would wait for ever.
-void NativeWebView::awaitAnswer() {
-    silence.disconnect();
-    silence = Glib::signal_timeout().connect_seconds(
-        [this] {
-            showFailurePage(url().value_or(""), "The server does not answer.");
-            return false;
-        },
-        answerTimeout);
 }
 
 /// An address that WebKitGTK refuses to ask for, such as one with a blocked port, turns into an empty page.
@@ -175,6 +163,17 @@ void NativeWebView::onCommitted() {
     } else {
         owner.loadCommitted(*this);
     }
+}
+
+/// WebKitGTK itself would wait for ever.
+void NativeWebView::awaitAnswer() {
+    silence.disconnect();
+    silence = Glib::signal_timeout().connect_seconds(
+        [this] {
+            showFailurePage(url().value_or(""), "The server does not answer.");
+            return false;
+        },
+        answerTimeout);
 }
 
 void NativeWebView::onLoadFailed(const char* url, const GError& error) {

@@ -28,7 +28,7 @@ public:
     virtual void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) = 0;
     /// A page asks for a window of its own; the view itself opens none.
     virtual void newWindowRequested(const std::string& requestURL) = 0;
-    virtual void dialogRequested(WebKitScriptDialog* dialog) = 0;
+    virtual void scriptDialogRequested(WebKitScriptDialog* dialog) = 0;
 };
 
 /// One WebKitWebView: its loads, and the page that stands in for one that failed.
@@ -36,10 +36,13 @@ class NativeWebView {
 public:
     /// `owner` is borrowed and outlives the view.
     NativeWebView(NativeWebViewOwner& owner, WebKitNetworkSession* session, WebKitSettings* settings);
-    NativeWebView(const NativeWebView&) = delete;
     ~NativeWebView();
+    NativeWebView(const NativeWebView&) = delete;
+    NativeWebView& operator=(const NativeWebView&) = delete;
 
     Gtk::Widget& widget() { return *Glib::wrap(GTK_WIDGET(view.get())); }
+
+    void setZoomLevel(double level) { webkit_web_view_set_zoom_level(view.get(), level); }
 
     /// Starts the process that draws the pages, before there is anything to load.
     void warmUp();
@@ -53,14 +56,15 @@ public:
     /// URL that is being loaded, or else of the page that is there; nothing before the first load.
     std::optional<std::string> url() const;
 
-    /// 1 for the actual size.
-    void setZoomLevel(double level) { webkit_web_view_set_zoom_level(view.get(), level); }
-
-    /// Is `candidate` the view behind this one?
-    bool is(const WebKitWebView* candidate) const { return candidate == view.get(); }
+    /// Has a page of this view begun the download?
+    bool hasBegun(WebKitDownload* download) const {
+        return webkit_download_get_web_view(download) == view.get();
+    }
 
     /// Shows in place of the page at `url` that it could not be loaded, and why.
     void showFailurePage(const std::string& url, const std::string& reason);
+    /// The same, a little later, if the page that has loaded is an error of the server without a word.
+    void replaceWordlessError();
 
 private:
     /// What the latest load of the main frame is.
@@ -75,7 +79,6 @@ private:
     void onLoadChanged(WebKitLoadEvent event);
     void awaitAnswer();
     void onCommitted();
-    void onFinished();
     void onLoadFailed(const char* url, const GError& error);
     bool onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     bool onResponse(WebKitResponsePolicyDecision* decision);

@@ -34,10 +34,9 @@ GObjectPtr<WebKitSettings> makeSettings() {
 
 bool isLocal(const std::string& url) { return url.starts_with("file:"); }
 
-/// Whether people can reach the view: with the pointer, the keyboard, and by way of accessibility.
+/// Is the view there for the keyboard and for accessibility?
 void setReachable(Gtk::Widget& widget, bool reachable) {
     widget.set_can_focus(reachable);
-    widget.set_can_target(reachable);
     gtk_accessible_update_state(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_STATE_HIDDEN, !reachable, -1);
 }
 
@@ -65,13 +64,18 @@ WebKitView::WebKitView(std::function<void(double)> progress, std::function<void(
     layers.set_expand();
     layers.set_child(next->widget());
     layers.add_overlay(shown->widget());
-    shown->warmUp();
     next->warmUp();
 }
 
 std::unique_ptr<NativeWebView> WebKitView::makeNativeView() {
     NativeWebViewOwner& owner = *this;
     return std::make_unique<NativeWebView>(owner, session.get(), settings.get());
+}
+
+void WebKitView::setZoomLevel(double level) {
+    shown->setZoomLevel(level);
+    if (next)
+        next->setZoomLevel(level);
 }
 
 std::optional<std::string> WebKitView::mainFrameURL() const {
@@ -87,14 +91,6 @@ void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
             webkit_settings_set_feature_enabled(settings.get(), feature, !update);
     }
 }
-
-void WebKitView::setZoomLevel(double level) {
-    for (auto* const view : {shown.get(), next.get()})
-        if (view)
-            view->setZoomLevel(level);
-}
-
-void WebKitView::dialogRequested(WebKitScriptDialog* dialog) { answerScriptDialog(dialog, showSheet); }
 
 void WebKitView::loadRequest(const std::string& url) {
     if (next && !isLocal(url))
@@ -135,8 +131,11 @@ void WebKitView::loadCommitted(NativeWebView& view) {
 }
 
 void WebKitView::loadFinished(NativeWebView& view) {
-    if (&view == active && frameLoadDelegate)
-        frameLoadDelegate->webViewDidFinishLoadForFrame(*this, *this);
+    if (&view != active || !frameLoadDelegate)
+        return;
+    frameLoadDelegate->webViewDidFinishLoadForFrame(*this, *this);
+    if (&view == active)
+        view.replaceWordlessError();
 }
 
 /// Nothing is lost with a process that only waited for a load, which will start another.
@@ -164,10 +163,12 @@ void WebKitView::newWindowRequested(const std::string& requestURL) {
 /// The web view would put the file into the person's download directory without a word.
 void WebKitView::onDownloadStarted(WebKitDownload* download) {
     webkit_download_cancel(download);
-    auto& view = next && next->is(webkit_download_get_web_view(download)) ? *next : *shown;
+    auto& view = next && next->hasBegun(download) ? *next : *shown;
     view.showFailurePage(webkit_uri_request_get_uri(webkit_download_get_request(download)),
                          "It is a file to download, which cannot be shown here.");
 }
+
+void WebKitView::scriptDialogRequested(WebKitScriptDialog* dialog) { answerScriptDialog(dialog, showSheet); }
 
 void WebKitView::showNext() {
     layers.remove_overlay(shown->widget());

@@ -16,13 +16,12 @@ namespace vok {
 /// A local page and a page of the web never share a process, and starting one takes longer than anything else
 /// on the way to the first page of the web. So there are two native views at first: one is shown, the other
 /// lies under it with its process running already. The first page of the web is loaded there and shown as
-/// soon as it commits; then the first view goes. Should anything else come in between, the other view goes
-/// instead and the one that is shown loads everything itself.
+/// soon as it commits; then the first view goes. Should the first view come to a page of the web by itself,
+/// it stays and the other one goes.
 class WebKitView final : public WebView, private WebFrame, private NativeWebViewOwner {
 public:
     /// `onProgress` hears of the load's progress, from 0 to 1.
     WebKitView(std::function<void(double)> onProgress, std::function<void(Alert)> showSheet);
-
     void setZoomLevel(double level);
 
     Gtk::Widget& widget() { return layers; }
@@ -47,7 +46,7 @@ private:
     void processTerminated(NativeWebView& view) override;
     void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) override;
     void newWindowRequested(const std::string& requestURL) override;
-    void dialogRequested(WebKitScriptDialog* dialog) override;
+    void scriptDialogRequested(WebKitScriptDialog* dialog) override;
 
     std::unique_ptr<NativeWebView> makeNativeView();
     void onDownloadStarted(WebKitDownload* download);
