@@ -91,7 +91,9 @@ void checkReport(const std::string& url, const Command& command, const CommandPa
     const auto& base = params.at("callbackUrl");
     require(url == normalised(base + "?" + report) || url == normalised(base + "&" + report),
             "the report goes to the callback URL");
-    require(url.ends_with(report), "the report is whole");
+    const auto sent = urls.URLWithString(url);
+    require(!sent || url.find('#') != url.npos || (sent->query && sent->query->ends_with(report)),
+            "the report ends the query");
 }
 
 void checkScript(const std::string& script, const Command& command) {

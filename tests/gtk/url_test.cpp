@@ -50,6 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
         {"NonAscii", "http://h/ä?b=ü", "http://h/%C3%A4?b=%C3%BC", "b=%C3%BC"},
         {"LongQuery", "http://h/a?" + longQuery, "http://h/a?" + longQuery, longQuery},
         {"File", "file:///a%20b/c.html", "file:///a%20b/c.html", {}},
+        {"PathLikeAHost", "http:/..//h/a?b", "http:/..//h/a?b", "b"},
         {"ZeroByte", std::string("http://h/a\0b", 12), {}, {}},
         {"BadPort", "http://h:port/a?b", {}, {}},
         {"BlankInTheQuery", "http://h/a?b=c d", "http://h/a?b=c%20d", "b=c%20d"},

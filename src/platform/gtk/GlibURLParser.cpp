@@ -6,6 +6,7 @@
 #include <glib.h>
 
 #include <memory>
+#include <string_view>
 
 namespace vok {
 
@@ -35,6 +36,11 @@ std::string absoluteString(GUri* uri) {
     return showEscapes(joined.get());
 }
 
+/// GUri refuses to write a path that would read as a host, like the one that it makes of "http:/..//h".
+bool canBeWritten(GUri* uri) {
+    return g_uri_get_host(uri) || !std::string_view(g_uri_get_path(uri)).starts_with("//");
+}
+
 }  // namespace
 
 std::optional<URL> GlibURLParser::URLWithString(const std::string& text) const {
@@ -49,7 +55,7 @@ std::optional<URL> GlibURLParser::URLWithString(const std::string& text) const {
         return std::nullopt;
 
     const std::unique_ptr<GUri, GlibFree> uri(g_uri_parse(hidden.c_str(), flags, nullptr));
-    return URL{uri ? absoluteString(uri.get()) : text,
+    return URL{uri && canBeWritten(uri.get()) ? absoluteString(uri.get()) : text,
                query ? std::optional(showEscapes(query.get())) : std::nullopt};
 }
 

@@ -3,14 +3,15 @@
 #include "foundation/Log.h"
 #include "platform/gtk/Renderer.h"
 
+#include <gdk/gdk.h>
 #include <gdkmm/applaunchcontext.h>
-#include <gdkmm/display.h>
 #include <giomm/appinfo.h>
 
 namespace vok {
 
 void UriHandlerWorkspace::openURL(const std::string& url) {
-    const auto context = Gdk::Display::get_default()->get_app_launch_context();
+    // gtkmm's own call adds a reference that nobody gives back (seen with gtkmm 4.8).
+    const auto context = Glib::wrap(gdk_display_get_app_launch_context(gdk_display_get_default()));
     withoutPlainRenderer(context);
     Gio::AppInfo::launch_default_for_uri_async(
         url, context, [url](const Glib::RefPtr<Gio::AsyncResult>& result) {
