@@ -50,7 +50,7 @@ public:
     UsualFileLimit& operator=(const UsualFileLimit&) = delete;
 
 private:
-    rlimit before{};
+    rlimit before{RLIM_INFINITY, RLIM_INFINITY};
 };
 
 Poco::ProcessHandle launchBash(const std::string& command, Poco::Pipe& output) {

@@ -168,6 +168,13 @@ void WindowTest::closeWindow() {
     EXPECT_EQ(installer->exitStatus(), 0);
 }
 
+void WindowTest::awaitActiveWindow(const std::string& name) {
+    std::string active;
+    eventually(
+        [&] { return (active = shell("xdotool getactivewindow getwindowname 2>/dev/null")) == name + "\n"; });
+    EXPECT_EQ(active, name + "\n");
+}
+
 void WindowTest::pressKey(const std::string& key) { shell("xdotool key " + key); }
 
 void WindowTest::tryAgain(const std::string& key) {

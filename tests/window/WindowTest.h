@@ -70,6 +70,7 @@ protected:
     void awaitWindow(const std::string& state);
     /// Closes the window in the way of the window manager; the program has to end well.
     void closeWindow();
+    void awaitActiveWindow(const std::string& name);
     static void pressKey(const std::string& key);
     /// Chooses "Try again" by `key` as soon as it is there and waits until all expected requests have come.
     void tryAgain(const std::string& key = "Return");

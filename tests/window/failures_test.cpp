@@ -21,6 +21,7 @@ TEST_P(ConfigurationTest, IsMissedInASheetAndTheProgramStays) {
         std::ofstream(file) << *GetParam().content;
     start();
     awaitSheet("Initialization failed.\nFailed to load app config from the '" + file.string() + "' file.");
+    awaitActiveWindow("Error");
     pressSheetButton();
     awaitNoSheet();
     EXPECT_TRUE(installer->isRunning());

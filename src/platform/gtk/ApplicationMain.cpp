@@ -109,7 +109,7 @@ private:
         application->add_window(installer->mainWindow());
         addKeyboardShortcuts(*application.get(), installer->mainWindow(),
                              [this](double level) { installer->zoomPage(level); });
-        installer->applicationDelegate().applicationDidFinishLaunching();
+        shielded([this] { installer->applicationDelegate().applicationDidFinishLaunching(); });
         installer->mainWindow().present();
     }
 

@@ -15,6 +15,7 @@ GtkWindow::GtkWindow(const std::string& title, const std::string& iconName) {
     window.set_icon_name(iconName);
     window.set_default_size(900, 680);
     window.set_child(overlay);
+    window.signal_map().connect([this] { Glib::signal_idle().connect_once([this] { showNextAlert(); }); });
 }
 
 void GtkWindow::setPage(Gtk::Widget& page) {
@@ -41,8 +42,9 @@ void GtkWindow::showLoadProgress(double progress) {
     progressBar.set_visible(progress > 0 && progress < 1);
 }
 
+/// A sheet that is shown before its window would lie behind it.
 void GtkWindow::showNextAlert() {
-    if (openSheet || waitingAlerts.empty())
+    if (openSheet || waitingAlerts.empty() || !window.get_mapped())
         return;
     openSheet = std::make_unique<AlertSheet>(window, std::move(waitingAlerts.front()));
     waitingAlerts.pop_front();

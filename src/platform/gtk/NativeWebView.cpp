@@ -138,6 +138,8 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
         awaitAnswer();
         if (currentLoad == Load::page)
             owner.loadStarted(*this);
+    } else if (event == WEBKIT_LOAD_REDIRECTED) {
+        awaitAnswer();
     } else if (event == WEBKIT_LOAD_COMMITTED) {
         onCommitted();
     } else if (event == WEBKIT_LOAD_FINISHED) {

@@ -18,7 +18,7 @@ struct Question {
     std::function<void(const char*, const std::string&)> tell;
 
     void onAnswer(WebKitWebResource* page, gsize length) const {
-        if (length > emptyLength || page != webkit_web_view_get_main_resource(view.get()) ||
+        if (length != emptyLength || page != webkit_web_view_get_main_resource(view.get()) ||
             webkit_web_view_is_loading(view.get()))
             return;
         const auto status = webkit_uri_response_get_status_code(webkit_web_resource_get_response(page));
