@@ -111,6 +111,7 @@ private:
                              [this](double level) { installer->zoomPage(level); });
         shielded([this] { installer->applicationDelegate().applicationDidFinishLaunching(); });
         installer->mainWindow().present();
+        keepPlainRendererToOurselves();
     }
 
     void onWindowRemoved() {

@@ -1,25 +1,50 @@
 #include "platform/gtk/Renderer.h"
 
+#include <gtk/gtk.h>
+
+#include <array>
 #include <cstdlib>
+#include <utility>
+#include <vector>
 
 namespace vok {
 
 namespace {
-constexpr auto rendererVariable = "GSK_RENDERER";
-bool chosenHere = false;
+
+using Variable = std::pair<const char*, const char*>;
+
+std::vector<const char*> chosenHere;
+
+/// GTK 4.16 moved the switch. https://docs.gtk.org/gtk4/running.html
+Variable toolkitWithoutGL() {
+    return gtk_get_minor_version() < 16 ? Variable("GDK_DEBUG", "gl-disable") : Variable("GDK_DISABLE", "gl");
+}
+
 }  // namespace
 
 void usePlainRenderer() {
-    chosenHere = !std::getenv(rendererVariable);
-    if (chosenHere)
-        setenv(rendererVariable, "cairo", 0);
+    constexpr auto rendererVariable = "GSK_RENDERER";
+    if (std::getenv(rendererVariable))
+        return;
+    const auto choice = std::to_array<Variable>({
+        {rendererVariable, "cairo"},
+        toolkitWithoutGL(),
+        {"WEBKIT_DISABLE_DMABUF_RENDERER", "1"},
+        {"WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null"},  // else the driver is loaded to ask it for one
+    });
+    for (const auto& [name, value] : choice) {
+        if (std::getenv(name))
+            continue;
+        setenv(name, value, 0);
+        chosenHere.push_back(name);
+    }
 }
 
-bool plainRendererInUse() { return chosenHere; }
+bool plainRendererInUse() { return !chosenHere.empty(); }
 
-void withoutPlainRenderer(const Glib::RefPtr<Gio::AppLaunchContext>& context) {
-    if (chosenHere)
-        context->unsetenv(rendererVariable);
+void keepPlainRendererToOurselves() {
+    for (const char* const name : chosenHere)
+        unsetenv(name);
 }
 
 }  // namespace vok

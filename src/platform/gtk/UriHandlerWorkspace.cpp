@@ -1,7 +1,6 @@
 #include "platform/gtk/UriHandlerWorkspace.h"
 
 #include "foundation/Log.h"
-#include "platform/gtk/Renderer.h"
 
 #include <gdk/gdk.h>
 #include <gdkmm/applaunchcontext.h>
@@ -12,7 +11,6 @@ namespace vok {
 void UriHandlerWorkspace::openURL(const std::string& url) {
     // gtkmm's own call adds a reference that nobody gives back (seen with gtkmm 4.8).
     const auto context = Glib::wrap(gdk_display_get_app_launch_context(gdk_display_get_default()));
-    withoutPlainRenderer(context);
     Gio::AppInfo::launch_default_for_uri_async(
         url, context, [url](const Glib::RefPtr<Gio::AsyncResult>& result) {
             try {
