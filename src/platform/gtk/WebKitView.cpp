@@ -64,7 +64,6 @@ WebKitView::WebKitView(std::function<void(double)> progress, std::function<void(
     layers.set_expand();
     layers.set_child(next->widget());
     layers.add_overlay(shown->widget());
-    next->warmUp();
 }
 
 std::unique_ptr<NativeWebView> WebKitView::makeNativeView() {
@@ -98,6 +97,8 @@ void WebKitView::loadRequest(const std::string& url) {
     else
         activateShown();
     active->load(url);
+    if (next && active == shown.get())
+        next->warmUp();
 }
 
 void WebKitView::activateNext() {
