@@ -36,13 +36,13 @@ std::string queryCommand(std::string_view installToolPath, std::string_view agen
     return command.str();
 }
 
-/// Lowers the limit of open files to what is usual, for the processes started meanwhile. Poco's child closes
-/// each number up to the limit, one by one, which takes long where somebody has raised it.
+/// Lowers the limit of open files to what is usual on macOS, for the processes started meanwhile, which may
+/// raise it. Poco's child closes each number up to the limit, one by one, which takes long.
 class UsualFileLimit {
 public:
     UsualFileLimit() {
         getrlimit(RLIMIT_NOFILE, &before);
-        const rlimit usual{std::min<rlim_t>(before.rlim_cur, 1024), before.rlim_max};
+        const rlimit usual{std::min<rlim_t>(before.rlim_cur, 256), before.rlim_max};
         setrlimit(RLIMIT_NOFILE, &usual);
     }
     ~UsualFileLimit() { setrlimit(RLIMIT_NOFILE, &before); }
