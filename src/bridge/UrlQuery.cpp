@@ -29,15 +29,15 @@ CommandParams UrlQueryToDictionary(const std::optional<std::string>& query) {
     for (std::string_view rest = *query; !rest.empty();) {
         const auto piece = takeUntil(rest, '&');
         auto parts = piece;
-        const auto first = takeUntil(parts, '=');
-        if (first.empty())
+        std::string key(takeUntil(parts, '='));
+        if (key.empty())
             continue;
-        std::string key(first);
-        std::string value(takeUntil(parts, '='));
-        if (!RemovePercentEscapes(key) || !RemovePercentEscapes(value))
+        const bool keyIsText = RemovePercentEscapes(key);
+        place = params.emplace_hint(place, std::move(key), std::string());
+        place->second = takeUntil(parts, '=');
+        if (!keyIsText || !RemovePercentEscapes(place->second))
             raise(NSInvalidArgumentException, "UrlQueryToDictionary: '%@' is not percent-encoded UTF-8 text.",
                   piece);
-        place = params.insert_or_assign(place, std::move(key), std::move(value));
     }
     return params;
 }
