@@ -64,6 +64,17 @@ def _(it):
     it.start()
 
 
+@fault("no user namespaces",
+       "sheet: This system does not let the installer show its pages.  They are kept apart from everything else by "
+       "bubblewrap, in user namespaces, which are forbidden to this program. Whoever administers the system can "
+       "allow them.")
+def _(it):
+    forbid = 'echo 0 >/proc/sys/user/max_user_namespaces && exec setpriv --ambient-caps -all --inh-caps -all "$0"'
+    it.before = ["unshare", "--user", f"--map-user={os.getuid()}", f"--map-group={os.getgid()}", "--keep-caps",
+                 "sh", "-c", forbid]
+    it.start()
+
+
 @fault("home directory read-only", "page first")
 def _(it):
     it.home.chmod(0o555)

@@ -10,6 +10,7 @@
 #include "platform/gtk/MessageBus.h"
 #include "platform/gtk/PlistReader.h"
 #include "platform/gtk/Renderer.h"
+#include "platform/gtk/Sandbox.h"
 #include "platform/gtk/UriHandlerWorkspace.h"
 #include "platform/gtk/WebKitView.h"
 
@@ -98,13 +99,20 @@ public:
 
 private:
     void onActivate() {
-        if (installer) {
-            installer->mainWindow().present();
+        if (const auto windows = application->get_windows(); !windows.empty()) {
+            windows.front()->present();
             return;
         }
         application->hold();
         Gtk::IconTheme::get_for_display(Gdk::Display::get_default())
             ->add_search_path(bundle.bundlePath() + "/Contents/Resources/icons");
+        if (sandboxForbidden())
+            refuse();
+        else
+            install();
+    }
+
+    void install() {
         installer = std::make_unique<Installer>(*this, bundle, propertyLists, makeDelegate);
         application->add_window(installer->mainWindow());
         addKeyboardShortcuts(*application.get(), installer->mainWindow(),
@@ -114,9 +122,23 @@ private:
         keepPlainRendererToOurselves();
     }
 
+    void refuse() {
+        constexpr auto reason =
+            "This system does not let the installer show its pages.\n\n"
+            "They are kept apart from everything else by bubblewrap, in user namespaces, which are forbidden to "
+            "this program. Whoever administers the system can allow them.";
+        Log("%s", reason);
+        refusal = std::make_unique<GtkWindow>(windowTitle(bundle), applicationId(bundle));
+        application->add_window(refusal->gtkWindow());
+        refusal->beginAlertSheet(
+            {AlertStyle::critical, "Error", "OK", reason, {}, [this](bool) { terminate(); }});
+        refusal->gtkWindow().present();
+    }
+
     void onWindowRemoved() {
         const bool last = application->get_windows().empty();
-        if (last && installer->applicationDelegate().applicationShouldTerminateAfterLastWindowClosed())
+        if (last && (!installer ||
+                     installer->applicationDelegate().applicationShouldTerminateAfterLastWindowClosed()))
             terminate();
     }
 
@@ -126,6 +148,7 @@ private:
     Glib::RefPtr<Gtk::Application> application;
     sigc::connection windowRemoved;
     std::unique_ptr<Installer> installer;
+    std::unique_ptr<GtkWindow> refusal;  ///< the only window of a program that cannot show pages
 };
 
 /// The session bus, which the application uses too as long as it is kept; nothing when there is none. To be
