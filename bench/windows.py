@@ -8,7 +8,7 @@ import time
 import pages
 import programs
 
-TRIPS = 5
+TRIPS = 10
 
 
 def start_up(site, run):

@@ -37,6 +37,7 @@ def make_package(product, template, scratch):
     lay_out(product, template, tree)
     values = product.values
     settings = {
+        "CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA": ";".join(maintainer_scripts(product, scratch)),
         "CPACK_DEBIAN_PACKAGE_DEPENDS": ", ".join(filter(None, (DEPENDS, libraries(tree, scratch), values["depends"]))),
         "CPACK_DEBIAN_PACKAGE_HOMEPAGE": values["homepage"],
         "CPACK_DEBIAN_PACKAGE_MAINTAINER": values["maintainer"],
@@ -50,6 +51,14 @@ def make_package(product, template, scratch):
     definitions = [word for name, value in settings.items() for word in ("-D", f"{name}={value}")]
     run(["cpack", "--config", LINUX / "CPackConfig.cmake", *definitions], cwd=scratch)
     return next(scratch.glob("*.deb"))
+
+
+def maintainer_scripts(product, scratch):
+    """The scripts that run with the package's installation and removal: where they were written."""
+    for name in ("postinst", "prerm"):
+        write(scratch / name, filled(name, {"package": product.package}))
+        (scratch / name).chmod(0o755)
+        yield str(scratch / name)
 
 
 def libraries(tree, scratch):
@@ -103,6 +112,8 @@ def lay_out(product, template, tree):
     write(share / f"doc/{package}/changelog.gz", filled("changelog", texts))
     write(share / f"man/man1/{package}.1.gz", filled("vok-installer.1", texts))
     write(share / f"lintian/overrides/{package}", filled("lintian-overrides", texts))
+    attachment = texts | {"name": re.sub(r"([][{}*^,])", r"\\\1", values["name"])}  # a pattern, in AppArmor's eyes
+    write(tree / f"opt/{package}/apparmor", filled("apparmor", attachment))
 
 
 def install_icons(icon, identifier, theme):
