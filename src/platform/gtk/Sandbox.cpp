@@ -2,36 +2,34 @@
 
 #include <glibmm/spawn.h>
 
-#include <algorithm>
-#include <array>
 #include <fstream>
+#include <sched.h>
 #include <string>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
 
 namespace vok {
 
 namespace {
 
-struct Rule {
-    const char* file;
-    const char* forbidding;
-};
+bool namespaceCanBeMade() {
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(unshare(CLONE_NEWUSER));
+    int status = 0;
+    return child > 0 && waitpid(child, &status, 0) == child && status == 0;
+}
 
-/// Some let certain programs through, so a rule alone says little.
-constexpr auto rules = std::to_array<Rule>({
-    {"/proc/sys/kernel/apparmor_restrict_unprivileged_userns", "1"},  // Ubuntu
-    {"/proc/sys/kernel/unprivileged_userns_clone", "0"},              // older Debian
-    {"/proc/sys/user/max_user_namespaces", "0"},                      // every Linux
-});
-
-bool forbids(const Rule& rule) {
-    std::ifstream file(rule.file);
+/// Ubuntu lets everybody make a namespace, and only programs with a profile use it.
+bool namespaceWantsProfile() {
+    std::ifstream rule("/proc/sys/kernel/apparmor_restrict_unprivileged_userns");
     std::string value;
-    return file >> value && value == rule.forbidding;
+    return rule >> value && value == "1";
 }
 
 bool bubblewrapWorks() {
-    const std::vector<std::string> probe{"bwrap", "--unshare-user", "--ro-bind", "/", "/", "/bin/true"};
+    const std::vector<std::string> probe{"bwrap", "--unshare-pid", "--ro-bind", "/", "/", "/bin/true"};
     int status = 0;
     try {
         Glib::spawn_sync("", probe, Glib::SpawnFlags::SEARCH_PATH, {}, nullptr, nullptr, &status);
@@ -43,6 +41,6 @@ bool bubblewrapWorks() {
 
 }  // namespace
 
-bool sandboxForbidden() { return std::ranges::any_of(rules, forbids) && !bubblewrapWorks(); }
+bool sandboxForbidden() { return (!namespaceCanBeMade() || namespaceWantsProfile()) && !bubblewrapWorks(); }
 
 }  // namespace vok

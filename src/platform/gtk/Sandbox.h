@@ -3,7 +3,7 @@
 namespace vok {
 
 /// The web view keeps its processes in namespaces of their own, made by bubblewrap, and ends the program
-/// where the system forbids that. Is this such a system? Takes no time unless it has a rule about namespaces.
+/// where the system forbids that. Is this such a system?
 bool sandboxForbidden();
 
 }  // namespace vok
