@@ -64,14 +64,25 @@ def _(it):
     it.start()
 
 
+def forbid_namespaces(it):
+    forbid = 'echo 0 >/proc/sys/user/max_user_namespaces && exec setpriv --ambient-caps -all --inh-caps -all "$0"'
+    it.before = ["unshare", "--user", f"--map-user={os.getuid()}", f"--map-group={os.getgid()}", "--keep-caps",
+                 "sh", "-c", forbid]
+
+
 @fault("no user namespaces",
        "sheet: This system does not let the installer show its pages.  They are kept apart from everything else by "
        "bubblewrap, in user namespaces, which are forbidden to this program. Whoever administers the system can "
        "allow them.")
 def _(it):
-    forbid = 'echo 0 >/proc/sys/user/max_user_namespaces && exec setpriv --ambient-caps -all --inh-caps -all "$0"'
-    it.before = ["unshare", "--user", f"--map-user={os.getuid()}", f"--map-group={os.getgid()}", "--keep-caps",
-                 "sh", "-c", forbid]
+    forbid_namespaces(it)
+    it.start()
+
+
+@fault("no user namespaces, in a container of its own", "page first")
+def _(it):
+    forbid_namespaces(it)
+    it.environment |= {"SNAP": "/snap/vok/1", "SNAP_NAME": "vok", "SNAP_REVISION": "1"}
     it.start()
 
 

@@ -112,8 +112,8 @@ def lay_out(product, template, tree):
     write(share / f"doc/{package}/changelog.gz", filled("changelog", texts))
     write(share / f"man/man1/{package}.1.gz", filled("vok-installer.1", texts))
     write(share / f"lintian/overrides/{package}", filled("lintian-overrides", texts))
-    attachment = texts | {"name": re.sub(r"([][{}*^,])", r"\\\1", values["name"])}  # a pattern, in AppArmor's eyes
-    write(tree / f"opt/{package}/apparmor", filled("apparmor", attachment))
+    pattern = re.sub(r"([][{}*^,])", r"\\\1", values["name"] + ".app")
+    write(tree / f"opt/{package}/apparmor", filled("apparmor", texts | {"bundle_pattern": pattern}))
 
 
 def install_icons(icon, identifier, theme):

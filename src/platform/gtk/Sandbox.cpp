@@ -2,9 +2,12 @@
 
 #include <glibmm/spawn.h>
 
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sched.h>
 #include <string>
+#include <string_view>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -12,6 +15,15 @@
 namespace vok {
 
 namespace {
+
+/// WebKitGTK makes no sandbox where the person says so, nor in a container that is one already or allows
+/// none.
+bool webViewGoesWithout() {
+    const char* const disabled = std::getenv("WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS");
+    return (disabled && std::string_view(disabled) != "0") || std::filesystem::exists("/run/.containerenv") ||
+           std::filesystem::exists("/.flatpak-info") ||
+           (std::getenv("SNAP") && std::getenv("SNAP_NAME") && std::getenv("SNAP_REVISION"));
+}
 
 bool namespaceCanBeMade() {
     const pid_t child = fork();
@@ -29,10 +41,11 @@ bool namespaceWantsProfile() {
 }
 
 bool bubblewrapWorks() {
-    const std::vector<std::string> probe{"bwrap", "--unshare-pid", "--ro-bind", "/", "/", "/bin/true"};
+    const std::vector<std::string> probe{"/usr/bin/bwrap", "--unshare-pid", "--ro-bind", "/", "/",
+                                         "/bin/true"};
     int status = 0;
     try {
-        Glib::spawn_sync("", probe, Glib::SpawnFlags::SEARCH_PATH, {}, nullptr, nullptr, &status);
+        Glib::spawn_sync("", probe, Glib::SpawnFlags::DEFAULT, {}, nullptr, nullptr, &status);
     } catch (const Glib::SpawnError&) {
         return false;
     }
@@ -41,6 +54,8 @@ bool bubblewrapWorks() {
 
 }  // namespace
 
-bool sandboxForbidden() { return (!namespaceCanBeMade() || namespaceWantsProfile()) && !bubblewrapWorks(); }
+bool sandboxForbidden() {
+    return !webViewGoesWithout() && (!namespaceCanBeMade() || namespaceWantsProfile()) && !bubblewrapWorks();
+}
 
 }  // namespace vok
