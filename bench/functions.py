@@ -5,9 +5,10 @@ import subprocess
 
 
 def measure(program, runs):
-    """Seconds by what is done and by whom, one value for each run, and the bytes that are worked on by what."""
-    command = [program, f"--benchmark_repetitions={runs}", "--benchmark_enable_random_interleaving=true",
-               f"--benchmark_min_time={0.1 if runs > 1 else 0}", "--benchmark_format=json"]
+    """Seconds by what is done and by whom, three values for each run, and the bytes that are worked on by what."""
+    command = [program, f"--benchmark_repetitions={3 * runs if runs > 1 else 1}",
+               "--benchmark_enable_random_interleaving=true",
+               f"--benchmark_min_time={0.05 if runs > 1 else 0}", "--benchmark_format=json"]
     output = subprocess.run(command, check=True, stdout=subprocess.PIPE).stdout
     seconds = collections.defaultdict(lambda: collections.defaultdict(list))
     sizes = {}

@@ -33,8 +33,11 @@ CommandParams UrlQueryToDictionary(const std::optional<std::string>& query) {
         if (key.empty())
             continue;
         const bool keyIsText = RemovePercentEscapes(key);
-        place = params.emplace_hint(place, std::move(key), std::string());
-        place->second = takeUntil(parts, '=');
+        const auto value = takeUntil(parts, '=');
+        const auto before = params.size();
+        place = params.emplace_hint(place, std::move(key), value);
+        if (params.size() == before)
+            place->second = value;  // the key has come before
         if (!keyIsText || !RemovePercentEscapes(place->second))
             raise(NSInvalidArgumentException, "UrlQueryToDictionary: '%@' is not percent-encoded UTF-8 text.",
                   piece);

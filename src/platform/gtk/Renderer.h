@@ -11,8 +11,8 @@ void usePlainRenderer();
 bool plainRendererInUse();
 
 /// Takes the choice out of the environment again: it is meant for this program, not for those that it starts.
-/// To be called when the first window is shown and its web view has begun to load, before anything is started;
-/// toolkit and web view have read it by then and keep to it.
+/// To be called when the first window is shown and its web view has begun to load, before anything is
+/// started; toolkit and web view have read it by then and keep to it.
 void keepPlainRendererToOurselves();
 
 }  // namespace vok
