@@ -26,6 +26,17 @@ TEST_F(WindowTest, CommandsReportOnTheirCallbackPages) {
     closeWindow();
 }
 
+TEST_F(WindowTest, ToolsAreNotToldHowTheWindowIsDrawn) {
+    std::ofstream(tools / "install tool")
+        << "#!/bin/sh\n"
+           "env | grep -E '^(GSK_RENDERER|GDK_DEBUG|GDK_DISABLE|WEBKIT_)' ||"
+           " echo 'Install info {{\"installed\": 1, \"version\": \"free\"}'\n";
+    startWithFirstPage(command("getstate", "/state"));
+    server.expect(command("getstate", "/state"));
+    server.expect("/state?" + report("getstate", "productState=Installed&version=free"));
+    awaitRequests();
+}
+
 TEST_F(WindowTest, HideMiniaturisesAndThePageGoesOnAtFullSpeed) {
     startWithFirstPage(command("hide", "/back"));
     server.expect(command("hide", "/back"));
