@@ -166,6 +166,21 @@ Glib::RefPtr<Gio::DBus::Connection> sessionBus() {
     }
 }
 
+/// The system bus, which the web view asks for real-time threads, without a limit of time. To be called
+/// before the toolkit starts.
+Glib::RefPtr<Gio::DBus::Connection> systemBus() {
+    constexpr unsigned longestWait = 2;  // seconds
+    try {
+        return messageBus(Gio::DBus::BusType::SYSTEM, longestWait);
+    } catch (const Gio::Error& error) {
+        if (error.code() == Gio::Error::TIMED_OUT)
+            setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
+    } catch (const Glib::Error&) {
+        // There is none.
+    }
+    return {};
+}
+
 /// GLib tells the web view's network process whether there is a network. By default it asks NetworkManager
 /// for that, and waits for ever for a system bus that accepts connections and does not answer.
 void askTheKernelForTheNetwork() { setenv("GIO_USE_NETWORK_MONITOR", "netlink", 0); }
@@ -176,7 +191,8 @@ int ApplicationMain(int, char*[], ApplicationDelegateMaker makeDelegate) {
     Gio::init();
     usePlainRenderer();
     askTheKernelForTheNetwork();
-    const auto keptBus = sessionBus();
+    const auto keptSessionBus = sessionBus();
+    const auto keptSystemBus = systemBus();
     if (!gtk_init_check()) {
         Log("The installer needs a graphical desktop: no display could be opened.");
         return 1;
