@@ -109,10 +109,10 @@ private:
         if (sandboxForbidden())
             refuse();
         else
-            install();
+            showPages();
     }
 
-    void install() {
+    void showPages() {
         installer = std::make_unique<Installer>(*this, bundle, propertyLists, makeDelegate);
         application->add_window(installer->mainWindow());
         addKeyboardShortcuts(*application.get(), installer->mainWindow(),
