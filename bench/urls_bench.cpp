@@ -3,7 +3,7 @@
 #include "app/AppDelegate.h"
 #include "bridge/UrlQuery.h"
 #include "foundation/PercentEscapes.h"
-#include "platform/gtk/GlibURLParser.h"
+#include "platform/gtk/services/GlibURLParser.h"
 #include "support/FakePlatform.h"
 
 #include <Poco/URI.h>

@@ -12,7 +12,7 @@
 #include "commands/ProductInfo.h"
 #include "commands/RunProcess.h"
 #include "foundation/Exception.h"
-#include "platform/gtk/GlibURLParser.h"
+#include "platform/gtk/services/GlibURLParser.h"
 #include "support/FakePlatform.h"
 
 #include <Poco/String.h>

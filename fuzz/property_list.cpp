@@ -4,7 +4,7 @@
 // file as texts.
 
 #include "Property.h"
-#include "platform/gtk/PlistReader.h"
+#include "platform/gtk/services/PlistReader.h"
 
 #include <plist/plist.h>
 #include <sys/mman.h>

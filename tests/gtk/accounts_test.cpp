@@ -1,5 +1,5 @@
-#include "platform/gtk/AccountsService.h"
-#include "platform/gtk/Signal.h"
+#include "platform/gtk/services/AccountsService.h"
+#include "platform/gtk/support/Signal.h"
 
 #include <Poco/Process.h>
 #include <giomm.h>

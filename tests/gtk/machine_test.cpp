@@ -1,4 +1,4 @@
-#include "platform/gtk/LinuxMachine.h"
+#include "platform/gtk/services/LinuxMachine.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "platform/FailurePage.h"
-#include "platform/gtk/GlibURLParser.h"
+#include "platform/gtk/services/GlibURLParser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "platform/gtk/AlertSheet.h"
+#include "platform/gtk/window/AlertSheet.h"
 
-#include "platform/gtk/ZeroBytes.h"
+#include "platform/gtk/support/ZeroBytes.h"
 
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>

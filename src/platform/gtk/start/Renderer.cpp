@@ -1,4 +1,4 @@
-#include "platform/gtk/Renderer.h"
+#include "platform/gtk/start/Renderer.h"
 
 #include <gtk/gtk.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/WebView.h"
-#include "platform/gtk/AlertSheet.h"
-#include "platform/gtk/NativeWebView.h"
+#include "platform/gtk/web/NativeWebView.h"
+#include "platform/gtk/window/AlertSheet.h"
 
 #include <gtkmm/overlay.h>
 

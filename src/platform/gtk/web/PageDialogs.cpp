@@ -1,4 +1,4 @@
-#include "platform/gtk/PageDialogs.h"
+#include "platform/gtk/web/PageDialogs.h"
 
 #include <algorithm>
 #include <array>

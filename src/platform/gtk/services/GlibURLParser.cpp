@@ -1,6 +1,6 @@
-#include "platform/gtk/GlibURLParser.h"
+#include "platform/gtk/services/GlibURLParser.h"
 
-#include "platform/gtk/ZeroBytes.h"
+#include "platform/gtk/support/ZeroBytes.h"
 
 #include <Poco/String.h>
 #include <glib.h>

@@ -1,4 +1,4 @@
-#include "platform/gtk/PlistReader.h"
+#include "platform/gtk/services/PlistReader.h"
 
 #include <glib.h>
 #include <plist/plist.h>

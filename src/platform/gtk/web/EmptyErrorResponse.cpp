@@ -1,8 +1,8 @@
-#include "platform/gtk/WordlessError.h"
+#include "platform/gtk/web/EmptyErrorResponse.h"
 
 #include "foundation/Shielded.h"
 #include "foundation/StringWithFormat.h"
-#include "platform/gtk/Signal.h"
+#include "platform/gtk/support/Signal.h"
 
 #include <libsoup/soup.h>
 
@@ -30,7 +30,7 @@ struct Question {
 
 }  // namespace
 
-void findWordlessError(WebKitWebView* view, std::function<void(const char*, const std::string&)> tell) {
+void findEmptyErrorResponse(WebKitWebView* view, std::function<void(const char*, const std::string&)> tell) {
     WebKitWebResource* const page = webkit_web_view_get_main_resource(view);
     WebKitURIResponse* const response = page ? webkit_web_resource_get_response(page) : nullptr;
     if (!response || webkit_uri_response_get_status_code(response) < firstErrorStatus)

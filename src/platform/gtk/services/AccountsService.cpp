@@ -1,6 +1,6 @@
-#include "platform/gtk/AccountsService.h"
+#include "platform/gtk/services/AccountsService.h"
 
-#include "platform/gtk/MessageBus.h"
+#include "platform/gtk/services/MessageBus.h"
 
 #include <Poco/SHA1Engine.h>
 #include <Poco/String.h>

@@ -1,4 +1,4 @@
-#include "platform/gtk/UriHandlerWorkspace.h"
+#include "platform/gtk/services/UriHandlerWorkspace.h"
 
 #include "foundation/Log.h"
 

@@ -1,4 +1,4 @@
-#include "platform/gtk/ColorScheme.h"
+#include "platform/gtk/start/ColorScheme.h"
 
 #include <gtkmm/settings.h>
 

@@ -1,4 +1,4 @@
-#include "platform/gtk/ExecutableBundle.h"
+#include "platform/gtk/services/ExecutableBundle.h"
 
 #include "platform/PropertyListReader.h"
 

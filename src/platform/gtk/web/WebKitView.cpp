@@ -1,7 +1,7 @@
-#include "platform/gtk/WebKitView.h"
+#include "platform/gtk/web/WebKitView.h"
 
-#include "platform/gtk/PageDialogs.h"
-#include "platform/gtk/Renderer.h"
+#include "platform/gtk/start/Renderer.h"
+#include "platform/gtk/web/PageDialogs.h"
 
 #include <algorithm>
 #include <array>
@@ -136,7 +136,7 @@ void WebKitView::loadFinished(NativeWebView& view) {
         return;
     frameLoadDelegate->webViewDidFinishLoadForFrame(*this, *this);
     if (&view == active)
-        view.replaceWordlessError();
+        view.replaceEmptyErrorResponse();
 }
 
 /// Nothing is lost with a process that only waited for a load, which will start another.

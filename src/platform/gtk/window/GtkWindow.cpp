@@ -1,4 +1,4 @@
-#include "platform/gtk/GtkWindow.h"
+#include "platform/gtk/window/GtkWindow.h"
 
 #include <glibmm/main.h>
 

@@ -1,7 +1,7 @@
-#include "platform/gtk/LinuxMachine.h"
+#include "platform/gtk/services/LinuxMachine.h"
 
-#include "platform/gtk/AccountsService.h"
-#include "platform/gtk/MessageBus.h"
+#include "platform/gtk/services/AccountsService.h"
+#include "platform/gtk/services/MessageBus.h"
 
 #include <Poco/String.h>
 #include <giomm.h>

@@ -1,4 +1,4 @@
-#include "platform/gtk/MessageBus.h"
+#include "platform/gtk/services/MessageBus.h"
 
 #include <giomm/cancellable.h>
 #include <giomm/error.h>

@@ -1,4 +1,4 @@
-#include "platform/gtk/Sandbox.h"
+#include "platform/gtk/start/Sandbox.h"
 
 #include <glibmm/spawn.h>
 

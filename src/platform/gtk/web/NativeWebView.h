@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/WebView.h"
-#include "platform/gtk/Signal.h"
+#include "platform/gtk/support/Signal.h"
 
 #include <gtkmm/widget.h>
 #include <webkit/webkit.h>
@@ -64,7 +64,7 @@ public:
     /// Shows in place of the page at `url` that it could not be loaded, and why.
     void showFailurePage(const std::string& url, const std::string& reason);
     /// The same, a little later, if the page that has loaded is an error of the server without a word.
-    void replaceWordlessError();
+    void replaceEmptyErrorResponse();
 
 private:
     /// What the latest load of the main frame is.

@@ -1,6 +1,6 @@
 #include "platform/Log.h"
 
-#include "platform/gtk/ZeroBytes.h"
+#include "platform/gtk/support/ZeroBytes.h"
 
 #include <cstdio>
 #include <new>

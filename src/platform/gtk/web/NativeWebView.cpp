@@ -1,10 +1,10 @@
-#include "platform/gtk/NativeWebView.h"
+#include "platform/gtk/web/NativeWebView.h"
 
 #include "foundation/Log.h"
 #include "platform/FailurePage.h"
-#include "platform/gtk/PageDialogs.h"
-#include "platform/gtk/WordlessError.h"
-#include "platform/gtk/ZeroBytes.h"
+#include "platform/gtk/support/ZeroBytes.h"
+#include "platform/gtk/web/EmptyErrorResponse.h"
+#include "platform/gtk/web/PageDialogs.h"
 
 #include <Poco/String.h>
 #include <glibmm/main.h>
@@ -149,9 +149,9 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
 }
 
 /// An error that the server answers is a page that loads like any other; only one without a word needs ours.
-void NativeWebView::replaceWordlessError() {
+void NativeWebView::replaceEmptyErrorResponse() {
     if (requestedURL.empty())
-        findWordlessError(
+        findEmptyErrorResponse(
             view.get(), [this](const char* url, const std::string& reason) { showFailurePage(url, reason); });
 }
 

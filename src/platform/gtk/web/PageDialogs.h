@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/gtk/AlertSheet.h"
+#include "platform/gtk/window/AlertSheet.h"
 
 #include <webkit/webkit.h>
 

@@ -9,7 +9,7 @@ namespace vok {
 
 /// The page that `view` has just loaded may be the answer of an error, such as 404, without a word in it.
 /// Calls `tell` then, a little later, with its address and the reason, unless the view has gone on.
-void findWordlessError(WebKitWebView* view,
-                       std::function<void(const char* url, const std::string& reason)> tell);
+void findEmptyErrorResponse(WebKitWebView* view,
+                            std::function<void(const char* url, const std::string& reason)> tell);
 
 }  // namespace vok

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Window.h"
-#include "platform/gtk/AlertSheet.h"
+#include "platform/gtk/window/AlertSheet.h"
 
 #include <gtkmm/applicationwindow.h>
 #include <gtkmm/overlay.h>

@@ -1,4 +1,4 @@
-#include "platform/gtk/KeyboardShortcuts.h"
+#include "platform/gtk/start/KeyboardShortcuts.h"
 
 #include <algorithm>
 #include <array>
