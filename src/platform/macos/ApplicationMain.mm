@@ -43,16 +43,10 @@ public:
     }
 };
 
-std::string nameOf(const Bundle& bundle) {
-    const auto info = bundle.infoDictionary();
-    const auto name = info.find("CFBundleDisplayName");
-    return name == info.end() ? "Installer" : name->second;
-}
-
 /// Window, web view and the delegate that drives them.
 struct Installer {
     explicit Installer(const ApplicationDelegateMaker& makeDelegate)
-        : window(nameOf(bundle), webView.nsView()),
+        : window(displayName(bundle), webView.nsView()),
           delegate(
               makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
     }
@@ -113,7 +107,7 @@ struct Installer {
 - (void)finishLaunching {
     vok::calledFromCocoa([&] {
         NSWindow.allowsAutomaticWindowTabbing = NO;
-        vok::buildMainMenu(self, vok::toNSString(vok::nameOf(vok::MainBundle())));
+        vok::buildMainMenu(self, vok::toNSString(vok::displayName(vok::MainBundle())));
         installer = std::make_unique<vok::Installer>(self.delegateMaker);
         callbacks = [[VOKApplicationDelegate alloc] init];
         callbacks.told = installer->delegate.get();

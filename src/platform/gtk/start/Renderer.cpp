@@ -5,15 +5,12 @@
 #include <array>
 #include <cstdlib>
 #include <utility>
-#include <vector>
 
 namespace vok {
 
 namespace {
 
 using Variable = std::pair<const char*, const char*>;
-
-std::vector<const char*> chosenHere;
 
 /// GTK 4.16 moved the switch. https://docs.gtk.org/gtk4/running.html
 Variable toolkitWithoutGL() {
@@ -22,7 +19,7 @@ Variable toolkitWithoutGL() {
 
 }  // namespace
 
-void usePlainRenderer() {
+Renderer::Renderer() {
     constexpr auto rendererVariable = "GSK_RENDERER";
     if (std::getenv(rendererVariable))
         return;
@@ -36,14 +33,12 @@ void usePlainRenderer() {
         if (std::getenv(name))
             continue;
         setenv(name, value, 0);
-        chosenHere.push_back(name);
+        variables.push_back(name);
     }
 }
 
-bool plainRendererInUse() { return !chosenHere.empty(); }
-
-void keepPlainRendererToOurselves() {
-    for (const char* const name : chosenHere)
+void Renderer::restoreEnvironment() const {
+    for (const char* const name : variables)
         unsetenv(name);
 }
 

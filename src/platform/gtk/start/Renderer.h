@@ -1,18 +1,26 @@
 #pragma once
 
+#include <vector>
+
 namespace vok {
 
-/// On many graphics stacks the GPU path of the web view draws nothing, and to load the GPU's drivers takes
-/// longer than all else the toolkit does at its start. Nothing here needs a GPU, so toolkit and web view draw
-/// without one, unless the person chose a renderer with GSK_RENDERER. To be called before the toolkit starts.
-void usePlainRenderer();
+/// How GTK and the web view draw. On many graphics stacks the GPU path of the web view draws nothing, and
+/// loading the GPU's drivers takes longer than the rest of GTK's start. Nothing here needs a GPU, so both
+/// draw without one, unless the user chose a renderer with GSK_RENDERER.
+class Renderer {
+public:
+    /// Makes the choice, in the environment. To be called before GTK starts.
+    Renderer();
 
-/// Whether usePlainRenderer made the choice.
-bool plainRendererInUse();
+    /// Do GTK and the web view draw without the GPU?
+    bool isPlain() const { return !variables.empty(); }
 
-/// Takes the choice out of the environment again: it is meant for this program, not for those that it starts.
-/// To be called when the first window is shown and its web view has begun to load, before anything is
-/// started; toolkit and web view have read it by then and keep to it.
-void keepPlainRendererToOurselves();
+    /// Takes the choice out of the environment again, which the programs started later inherit. To be called
+    /// when the first window is shown and its web view has begun to load: both have read it by then.
+    void restoreEnvironment() const;
+
+private:
+    std::vector<const char*> variables;  ///< set here
+};
 
 }  // namespace vok

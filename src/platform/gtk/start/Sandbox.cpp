@@ -14,10 +14,14 @@
 
 namespace vok {
 
+const char* const sandboxRefusal =
+    "This system does not let the installer show its pages.\n\n"
+    "They are kept apart from everything else by bubblewrap, in user namespaces, which are forbidden to "
+    "this program. Whoever administers the system can allow them.";
+
 namespace {
 
-/// WebKitGTK makes no sandbox where the person says so, nor in a container that is one already or allows
-/// none.
+/// WebKitGTK makes no sandbox where the user disables it, nor in a container.
 bool webViewGoesWithout() {
     const char* const disabled = std::getenv("WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS");
     return (disabled && std::string_view(disabled) != "0") || std::filesystem::exists("/run/.containerenv") ||

@@ -2,8 +2,11 @@
 
 namespace vok {
 
-/// The web view keeps its processes in namespaces of their own, made by bubblewrap, and ends the program
-/// where the system forbids that. Is this such a system?
+/// Does this system forbid the web view's sandbox? WebKitGTK runs its processes in namespaces made by
+/// bubblewrap, and ends the program where that fails.
 bool sandboxForbidden();
+
+/// What the user is told then.
+extern const char* const sandboxRefusal;
 
 }  // namespace vok

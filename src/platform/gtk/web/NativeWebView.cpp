@@ -7,7 +7,6 @@
 #include "platform/gtk/web/PageDialogs.h"
 
 #include <Poco/String.h>
-#include <glibmm/main.h>
 
 #include <utility>
 
@@ -19,15 +18,9 @@ struct SessionStateUnref {
     void operator()(WebKitWebViewSessionState* state) const { webkit_web_view_session_state_unref(state); }
 };
 
-constexpr unsigned answerTimeout = 60;  // seconds
 constexpr auto blankPage = "about:blank";
 const std::string script = "javascript:";
 constexpr auto notAllowed = "This address is not allowed.";
-
-GObjectPtr<WebKitWebView> makeView(WebKitNetworkSession* session, WebKitSettings* settings) {
-    return GObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(g_object_ref_sink(
-        g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", session, "settings", settings, nullptr))));
-}
 
 std::string requestURL(WebKitNavigationAction* action) {
     return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
@@ -51,13 +44,10 @@ private:
 
 }  // namespace
 
-NativeWebView::NativeWebView(NativeWebViewOwner& viewOwner, WebKitNetworkSession* session,
-                             WebKitSettings* settings)
-    : owner(viewOwner), view(makeView(session, settings)) {
+NativeWebView::NativeWebView(NativeWebViewOwner& viewOwner, const WebKitSession& session)
+    : owner(viewOwner), view(session.makeView()) {
     bindSignals();
 }
-
-NativeWebView::~NativeWebView() { silence.disconnect(); }
 
 void NativeWebView::bindSignals() {
     connections.push_back(connect<void(WebKitLoadEvent)>(
@@ -83,11 +73,12 @@ void NativeWebView::bindSignals() {
             owner.newWindowRequested(requestURL(action));
             return nullptr;
         }));
-    connections.push_back(connect<gboolean(WebKitScriptDialog*)>(view.get(), "script-dialog",
-                                                                 [this](WebKitScriptDialog* dialog) {
-                                                                     owner.scriptDialogRequested(dialog);
-                                                                     return true;
-                                                                 }));
+    connections.push_back(connect<gboolean(WebKitScriptDialog*)>(
+        view.get(), "script-dialog", [this](WebKitScriptDialog* dialog) {
+            if (auto alert = alertFor(view.get(), dialog))
+                owner.alertRequested(*std::move(alert));
+            return true;
+        }));
     connections.push_back(connect<gboolean(WebKitContextMenu*, WebKitHitTestResult*)>(
         view.get(), "context-menu",
         [](WebKitContextMenu* menu, WebKitHitTestResult*) { return !restrictContextMenu(menu); }));
@@ -127,7 +118,7 @@ void NativeWebView::load(const std::string& url) {
 }
 
 void NativeWebView::stop() {
-    silence.disconnect();
+    answerTimeout.stop();
     failurePageRequested = false;
     webkit_web_view_stop_loading(view.get());
 }
@@ -135,11 +126,11 @@ void NativeWebView::stop() {
 void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
         currentLoad = std::exchange(failurePageRequested, false) ? Load::failurePage : Load::page;
-        awaitAnswer();
+        answerTimeout.start();
         if (currentLoad == Load::page)
             owner.loadStarted(*this);
     } else if (event == WEBKIT_LOAD_REDIRECTED) {
-        awaitAnswer();
+        answerTimeout.start();
     } else if (event == WEBKIT_LOAD_COMMITTED) {
         onCommitted();
     } else if (event == WEBKIT_LOAD_FINISHED) {
@@ -148,7 +139,7 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
     }
 }
 
-/// An error that the server answers is a page that loads like any other; only one without a word needs ours.
+/// An HTTP error with a body is a page that loads like any other.
 void NativeWebView::replaceEmptyErrorResponse() {
     if (requestedURL.empty())
         findEmptyErrorResponse(
@@ -157,7 +148,7 @@ void NativeWebView::replaceEmptyErrorResponse() {
 
 /// An address that WebKitGTK refuses to ask for, such as one with a blocked port, turns into an empty page.
 void NativeWebView::onCommitted() {
-    silence.disconnect();
+    answerTimeout.stop();
     const auto requested = std::exchange(requestedURL, {});
     if (currentLoad == Load::page && url() == blankPage && !requested.empty() && requested != blankPage) {
         currentLoad = Load::failed;
@@ -167,19 +158,10 @@ void NativeWebView::onCommitted() {
     }
 }
 
-/// WebKitGTK itself would wait for ever.
-void NativeWebView::awaitAnswer() {
-    silence.disconnect();
-    silence = Glib::signal_timeout().connect_seconds(
-        [this] {
-            showFailurePage(url().value_or(""), "The server does not answer.");
-            return false;
-        },
-        answerTimeout);
-}
+void NativeWebView::onSilence() { showFailurePage(url().value_or(""), "The server does not answer."); }
 
 void NativeWebView::onLoadFailed(const char* url, const GError& error) {
-    silence.disconnect();
+    answerTimeout.stop();
     currentLoad = Load::failed;
     if (!isInterruption(error))
         showFailurePage(url, error.message);
@@ -222,7 +204,7 @@ bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
 }
 
 void NativeWebView::onProcessTerminated() {
-    silence.disconnect();
+    answerTimeout.stop();
     currentLoad = Load::failed;
     failurePageRequested = false;
     owner.processTerminated(*this);

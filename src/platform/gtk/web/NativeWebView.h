@@ -2,9 +2,11 @@
 
 #include "platform/WebView.h"
 #include "platform/gtk/support/Signal.h"
+#include "platform/gtk/web/AnswerTimeout.h"
+#include "platform/gtk/web/WebKitSession.h"
+#include "platform/gtk/window/Alert.h"
 
 #include <gtkmm/widget.h>
-#include <webkit/webkit.h>
 
 #include <vector>
 
@@ -28,17 +30,15 @@ public:
     virtual void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) = 0;
     /// A page asks for a window of its own; the view itself opens none.
     virtual void newWindowRequested(const std::string& requestURL) = 0;
-    virtual void scriptDialogRequested(WebKitScriptDialog* dialog) = 0;
+    /// A page's script has something to say or to ask.
+    virtual void alertRequested(Alert alert) = 0;
 };
 
 /// One WebKitWebView: its loads, and the page that stands in for one that failed.
 class NativeWebView {
 public:
     /// `owner` is borrowed and outlives the view.
-    NativeWebView(NativeWebViewOwner& owner, WebKitNetworkSession* session, WebKitSettings* settings);
-    ~NativeWebView();
-    NativeWebView(const NativeWebView&) = delete;
-    NativeWebView& operator=(const NativeWebView&) = delete;
+    NativeWebView(NativeWebViewOwner& owner, const WebKitSession& session);
 
     Gtk::Widget& widget() { return *Glib::wrap(GTK_WIDGET(view.get())); }
 
@@ -47,7 +47,7 @@ public:
     /// Starts the process that draws the pages, before there is anything to load.
     void warmUp();
 
-    /// Goes on from the pages that `other` has shown: "back" leads to them.
+    /// Adopts `other`'s back/forward list.
     void takeHistoryOf(const NativeWebView& other);
 
     void load(const std::string& url);
@@ -56,14 +56,11 @@ public:
     /// URL that is being loaded, or else of the page that is there; nothing before the first load.
     std::optional<std::string> url() const;
 
-    /// Has a page of this view begun the download?
-    bool hasBegun(WebKitDownload* download) const {
-        return webkit_download_get_web_view(download) == view.get();
-    }
+    bool is(WebKitWebView* other) const { return view.get() == other; }
 
     /// Shows in place of the page at `url` that it could not be loaded, and why.
     void showFailurePage(const std::string& url, const std::string& reason);
-    /// The same, a little later, if the page that has loaded is an error of the server without a word.
+    /// The same, a little later, if the page that has loaded is an HTTP error with an empty body.
     void replaceEmptyErrorResponse();
 
 private:
@@ -77,7 +74,7 @@ private:
 
     void bindSignals();
     void onLoadChanged(WebKitLoadEvent event);
-    void awaitAnswer();
+    void onSilence();
     void onCommitted();
     void onLoadFailed(const char* url, const GError& error);
     bool onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
@@ -89,7 +86,7 @@ private:
     Load currentLoad = Load::none;
     std::string requestedURL;           ///< asked for by `load` and not committed yet
     bool failurePageRequested = false;  ///< the next load to start is our own page
-    sigc::connection silence;           ///< ends a load whose server says nothing
+    AnswerTimeout answerTimeout{[this] { onSilence(); }};
     std::vector<SignalConnection> connections;
 };
 

@@ -17,33 +17,33 @@ constexpr std::array contextMenuActions{
     WEBKIT_CONTEXT_MENU_ACTION_SELECT_ALL,
 };
 
-Alert alertFor(WebKitScriptDialog* dialog) {
+std::string windowTitle(WebKitWebView* view) {
+    const char* const title = gtk_window_get_title(GTK_WINDOW(gtk_widget_get_root(GTK_WIDGET(view))));
+    return title ? title : "";
+}
+
+}  // namespace
+
+std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog) {
+    const auto type = webkit_script_dialog_get_dialog_type(dialog);
+    if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
+        webkit_script_dialog_confirm_set_confirmed(dialog, true);
+    const bool isQuestion = type == WEBKIT_SCRIPT_DIALOG_CONFIRM;
+    if (type != WEBKIT_SCRIPT_DIALOG_ALERT && !isQuestion)
+        return std::nullopt;
     const std::shared_ptr<WebKitScriptDialog> kept(webkit_script_dialog_ref(dialog),
                                                    webkit_script_dialog_unref);
-    const bool isQuestion = webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_CONFIRM;
     const auto end = [kept, isQuestion](bool agreed) {
         if (isQuestion)
             webkit_script_dialog_confirm_set_confirmed(kept.get(), agreed);
         webkit_script_dialog_close(kept.get());
     };
-    return {AlertStyle::informational,  "", "OK", webkit_script_dialog_get_message(dialog),
-            isQuestion ? "Cancel" : "", end};
-}
-
-}  // namespace
-
-void answerScriptDialog(WebKitScriptDialog* dialog, const std::function<void(Alert)>& showSheet) {
-    switch (webkit_script_dialog_get_dialog_type(dialog)) {
-    case WEBKIT_SCRIPT_DIALOG_ALERT:
-    case WEBKIT_SCRIPT_DIALOG_CONFIRM:
-        showSheet(alertFor(dialog));
-        break;
-    case WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM:
-        webkit_script_dialog_confirm_set_confirmed(dialog, true);
-        break;
-    case WEBKIT_SCRIPT_DIALOG_PROMPT:
-        break;
-    }
+    return Alert{AlertStyle::informational,
+                 windowTitle(view),
+                 "OK",
+                 webkit_script_dialog_get_message(dialog),
+                 isQuestion ? "Cancel" : "",
+                 end};
 }
 
 bool restrictContextMenu(WebKitContextMenu* menu) {

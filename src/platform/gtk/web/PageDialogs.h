@@ -1,14 +1,17 @@
 #pragma once
 
-#include "platform/gtk/window/AlertSheet.h"
+#include "platform/gtk/window/Alert.h"
 
 #include <webkit/webkit.h>
 
+#include <optional>
+
 namespace vok {
 
-/// Answers a dialog of a page's script: alert() and confirm() by a sheet that `showSheet` shows, untitled.
-/// A prompt() answers null, and no page can keep the person from leaving it.
-void answerScriptDialog(WebKitScriptDialog* dialog, const std::function<void(Alert)>& showSheet);
+/// The sheet for a dialog of a script on a page in `view`: alert() or confirm(), titled like the window. The
+/// script waits until it ends. Nothing for the other dialogs, which are answered here: prompt() returns null,
+/// and no page keeps the user from leaving it.
+std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog);
 
 /// Leaves in a page's context menu what edits text, and the address of a link: going back or loading again
 /// could run a command once more. Is there anything left to show?

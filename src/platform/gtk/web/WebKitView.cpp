@@ -1,36 +1,8 @@
 #include "platform/gtk/web/WebKitView.h"
 
-#include "platform/gtk/start/Renderer.h"
-#include "platform/gtk/web/PageDialogs.h"
-
-#include <algorithm>
-#include <array>
-
 namespace vok {
 
 namespace {
-
-struct FeatureListUnref {
-    void operator()(WebKitFeatureList* list) const { webkit_feature_list_unref(list); }
-};
-
-/// How the names of the features begin by which WebKitGTK slows down or stops a page whose window is hidden.
-constexpr auto hiddenPageFeatures = std::to_array<std::string_view>({"HiddenPage", "PageVisibilityBased"});
-
-bool isHiddenPageFeature(WebKitFeature* feature) {
-    const std::string_view name = webkit_feature_get_identifier(feature);
-    return std::ranges::any_of(hiddenPageFeatures,
-                               [&](auto beginning) { return name.starts_with(beginning); });
-}
-
-GObjectPtr<WebKitSettings> makeSettings() {
-    GObjectPtr<WebKitSettings> settings(webkit_settings_new());
-    webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), true);
-    if (plainRendererInUse())
-        webkit_settings_set_hardware_acceleration_policy(settings.get(),
-                                                         WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
-    return settings;
-}
 
 bool isLocal(const std::string& url) { return url.starts_with("file:"); }
 
@@ -54,12 +26,11 @@ private:
 
 }  // namespace
 
-WebKitView::WebKitView(std::function<void(double)> progress, std::function<void(Alert)> sheets)
-    : onProgress(std::move(progress)), showSheet(std::move(sheets)), settings(makeSettings()),
-      session(webkit_network_session_new_ephemeral()), shown(makeNativeView()), next(makeNativeView()),
-      active(shown.get()), downloadStarted(connect<void(WebKitDownload*)>(
-                               session.get(), "download-started",
-                               [this](WebKitDownload* download) { onDownloadStarted(download); })) {
+WebKitView::WebKitView(bool plainRenderer, std::function<void(double)> progress,
+                       std::function<void(Alert)> sheets)
+    : onProgress(std::move(progress)), showSheet(std::move(sheets)),
+      session(plainRenderer, [this](WebKitWebView* view, const char* url) { onDownload(view, url); }),
+      shown(makeNativeView()), next(makeNativeView()), active(shown.get()) {
     setReachable(next->widget(), false);
     layers.set_expand();
     layers.set_child(next->widget());
@@ -68,7 +39,7 @@ WebKitView::WebKitView(std::function<void(double)> progress, std::function<void(
 
 std::unique_ptr<NativeWebView> WebKitView::makeNativeView() {
     NativeWebViewOwner& owner = *this;
-    return std::make_unique<NativeWebView>(owner, session.get(), settings.get());
+    return std::make_unique<NativeWebView>(owner, session);
 }
 
 void WebKitView::setZoomLevel(double level) {
@@ -82,14 +53,7 @@ std::optional<std::string> WebKitView::mainFrameURL() const {
     return url ? url : shown->url();
 }
 
-void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
-    const std::unique_ptr<WebKitFeatureList, FeatureListUnref> features(webkit_settings_get_all_features());
-    for (gsize i = 0; i < webkit_feature_list_get_length(features.get()); ++i) {
-        WebKitFeature* const feature = webkit_feature_list_get(features.get(), i);
-        if (isHiddenPageFeature(feature))
-            webkit_settings_set_feature_enabled(settings.get(), feature, !update);
-    }
-}
+void WebKitView::setShouldUpdateWhileOffscreen(bool update) { session.setFullSpeedWhileHidden(update); }
 
 void WebKitView::loadRequest(const std::string& url) {
     if (next && !isLocal(url))
@@ -161,15 +125,12 @@ void WebKitView::newWindowRequested(const std::string& requestURL) {
     policyDelegate->webViewDecidePolicyForNavigationAction(target, requestURL, listener);
 }
 
-/// The web view would put the file into the person's download directory without a word.
-void WebKitView::onDownloadStarted(WebKitDownload* download) {
-    webkit_download_cancel(download);
-    auto& view = next && next->hasBegun(download) ? *next : *shown;
-    view.showFailurePage(webkit_uri_request_get_uri(webkit_download_get_request(download)),
-                         "It is a file to download, which cannot be shown here.");
+void WebKitView::onDownload(WebKitWebView* view, const char* url) {
+    auto& beginner = next && next->is(view) ? *next : *shown;
+    beginner.showFailurePage(url, "It is a file to download, which cannot be shown here.");
 }
 
-void WebKitView::scriptDialogRequested(WebKitScriptDialog* dialog) { answerScriptDialog(dialog, showSheet); }
+void WebKitView::alertRequested(Alert alert) { showSheet(std::move(alert)); }
 
 void WebKitView::showNext() {
     layers.remove_overlay(shown->widget());

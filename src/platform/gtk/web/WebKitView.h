@@ -2,7 +2,6 @@
 
 #include "platform/WebView.h"
 #include "platform/gtk/web/NativeWebView.h"
-#include "platform/gtk/window/AlertSheet.h"
 
 #include <gtkmm/overlay.h>
 
@@ -20,15 +19,16 @@ namespace vok {
 /// it stays and the other one goes.
 class WebKitView final : public WebView, private WebFrame, private NativeWebViewOwner {
 public:
-    /// `onProgress` hears of the load's progress, from 0 to 1.
-    WebKitView(std::function<void(double)> onProgress, std::function<void(Alert)> showSheet);
+    /// `onProgress` is called with the load's progress, from 0 to 1.
+    WebKitView(bool plainRenderer, std::function<void(double)> onProgress,
+               std::function<void(Alert)> showSheet);
     void setZoomLevel(double level);
 
     Gtk::Widget& widget() { return layers; }
 
     WebFrame& mainFrame() override { return *this; }
     std::optional<std::string> mainFrameURL() const override;
-    /// Yes is all there is: the view is a part of its window.
+    /// Always true: the view is a part of its window.
     void setShouldCloseWithWindow(bool) override {}
     void setShouldUpdateWhileOffscreen(bool update) override;
     void setFrameLoadDelegate(WebFrameLoadDelegate& delegate) override { frameLoadDelegate = &delegate; }
@@ -46,10 +46,10 @@ private:
     void processTerminated(NativeWebView& view) override;
     void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) override;
     void newWindowRequested(const std::string& requestURL) override;
-    void scriptDialogRequested(WebKitScriptDialog* dialog) override;
+    void alertRequested(Alert alert) override;
 
     std::unique_ptr<NativeWebView> makeNativeView();
-    void onDownloadStarted(WebKitDownload* download);
+    void onDownload(WebKitWebView* view, const char* url);
     /// Of one web view's loads only the latest counts; these say which of the two views has it.
     void activateNext();
     void activateShown();
@@ -62,12 +62,10 @@ private:
     WebPolicyDelegate* policyDelegate = nullptr;
     WebUIDelegate* uiDelegate = nullptr;
     Gtk::Overlay layers;
-    GObjectPtr<WebKitSettings> settings;
-    GObjectPtr<WebKitNetworkSession> session;
+    WebKitSession session;
     std::unique_ptr<NativeWebView> shown;
     std::unique_ptr<NativeWebView> next;  ///< null once the first page of the web has committed somewhere
     NativeWebView* active;                ///< the view of the latest load, one of the two
-    SignalConnection downloadStarted;
 };
 
 }  // namespace vok

@@ -1,0 +1,11 @@
+#include "platform/Bundle.h"
+
+namespace vok {
+
+std::string displayName(const Bundle& bundle) {
+    const auto info = bundle.infoDictionary();
+    const auto name = info.find("CFBundleDisplayName");
+    return name == info.end() ? "Installer" : name->second;
+}
+
+}  // namespace vok

@@ -1,0 +1,90 @@
+#include "platform/gtk/start/GtkApplication.h"
+
+#include "foundation/Log.h"
+#include "platform/gtk/start/KeyboardShortcuts.h"
+#include "platform/gtk/start/Sandbox.h"
+
+#include <glibmm/main.h>
+#include <gtkmm/icontheme.h>
+
+#include <cmath>
+
+namespace vok {
+
+namespace {
+
+/// The bundle's identifier tells one product's running instance from another's, and names the icon. One that
+/// D-Bus does not take counts as missing.
+std::string applicationId(const Bundle& bundle) {
+    const auto info = bundle.infoDictionary();
+    const auto identifier = info.find("CFBundleIdentifier");
+    const bool usable = identifier != info.end() && g_application_id_is_valid(identifier->second.c_str());
+    return usable ? identifier->second : "org.vok.Installer";
+}
+
+}  // namespace
+
+GtkApplication::GtkApplication(const Renderer& choice, ApplicationDelegateMaker maker)
+    : renderer(choice), makeDelegate(std::move(maker)), bundle(propertyLists),
+      application(Gtk::Application::create(applicationId(bundle))) {
+    g_set_prgname(application->get_id().c_str());  // the class of the window on X11
+    application->signal_activate().connect([this] { shielded([this] { onActivate(); }); });
+    windowRemoved = application->signal_window_removed().connect([this](Gtk::Window*) { onWindowRemoved(); });
+}
+
+int GtkApplication::run() {
+    const int status = application->run();
+    windowRemoved.disconnect();
+    return status;
+}
+
+void GtkApplication::terminate() { application->quit(); }
+
+void GtkApplication::performAfterDelay(double seconds, std::function<void()> perform) {
+    const auto interval = static_cast<unsigned>(std::lround(seconds * 1000));
+    Glib::signal_timeout().connect_once([perform = std::move(perform)] { shielded(perform); }, interval);
+}
+
+/// The first start builds the window; each later one arrives here from its own process.
+void GtkApplication::onActivate() {
+    if (const auto windows = application->get_windows(); !windows.empty()) {
+        windows.front()->present();
+        return;
+    }
+    application->hold();
+    Gtk::IconTheme::get_for_display(Gdk::Display::get_default())
+        ->add_search_path(bundle.bundlePath() + "/Contents/Resources/icons");
+    if (sandboxForbidden())
+        showRefusal(sandboxRefusal);
+    else
+        showPages();
+}
+
+void GtkApplication::showPages() {
+    installer = std::make_unique<Installer>(*this, bundle, propertyLists, renderer.isPlain(),
+                                            application->get_id(), makeDelegate);
+    application->add_window(installer->mainWindow());
+    addKeyboardShortcuts(*application.get(), installer->mainWindow(),
+                         [this](double level) { installer->zoomPage(level); });
+    shielded([this] { installer->applicationDelegate().applicationDidFinishLaunching(); });
+    installer->mainWindow().present();
+    renderer.restoreEnvironment();
+}
+
+void GtkApplication::showRefusal(const char* reason) {
+    Log("%s", reason);
+    refusal = std::make_unique<GtkWindow>(displayName(bundle), application->get_id());
+    application->add_window(refusal->gtkWindow());
+    refusal->beginAlertSheet(
+        {AlertStyle::critical, "Error", "OK", reason, {}, [this](bool) { terminate(); }});
+    refusal->gtkWindow().present();
+}
+
+void GtkApplication::onWindowRemoved() {
+    const bool last = application->get_windows().empty();
+    if (last &&
+        (!installer || installer->applicationDelegate().applicationShouldTerminateAfterLastWindowClosed()))
+        terminate();
+}
+
+}  // namespace vok

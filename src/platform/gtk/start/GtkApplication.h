@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/Application.h"
+#include "platform/gtk/services/ExecutableBundle.h"
+#include "platform/gtk/services/PlistReader.h"
+#include "platform/gtk/start/Installer.h"
+#include "platform/gtk/start/Renderer.h"
+
+#include <gtkmm/application.h>
+
+namespace vok {
+
+/// The running GTK application. A second start of the program ends at once and brings this window forward.
+class GtkApplication final : public Application {
+public:
+    /// `renderer` is borrowed and outlives the application.
+    GtkApplication(const Renderer& renderer, ApplicationDelegateMaker makeDelegate);
+
+    /// Runs the main loop and returns the program's exit status. GTK gets none of the program's arguments.
+    int run();
+
+    void terminate() override;
+    void performAfterDelay(double seconds, std::function<void()> perform) override;
+
+private:
+    void onActivate();
+    void showPages();
+    void showRefusal(const char* reason);
+    void onWindowRemoved();
+
+    const Renderer& renderer;
+    ApplicationDelegateMaker makeDelegate;
+    PlistReader propertyLists;
+    ExecutableBundle bundle;
+    Glib::RefPtr<Gtk::Application> application;
+    sigc::connection windowRemoved;
+    std::unique_ptr<Installer> installer;
+    std::unique_ptr<GtkWindow> refusal;  ///< the only window where the web view cannot start
+};
+
+}  // namespace vok

@@ -1,0 +1,19 @@
+#include "platform/gtk/start/Installer.h"
+
+#include "platform/Bundle.h"
+
+namespace vok {
+
+Installer::Installer(Application& application, const Bundle& bundle, const PropertyListReader& propertyLists,
+                     bool plainRenderer, const std::string& iconName,
+                     const ApplicationDelegateMaker& makeDelegate)
+    : window(displayName(bundle), iconName),
+      webView(
+          plainRenderer, [this](double progress) { window.showLoadProgress(progress); },
+          [this](Alert alert) { window.beginAlertSheet(std::move(alert)); }),
+      delegate(
+          makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
+    window.setPage(webView.widget());
+}
+
+}  // namespace vok

@@ -1,0 +1,58 @@
+#include "platform/gtk/web/WebKitSession.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace vok {
+
+namespace {
+
+struct FeatureListUnref {
+    void operator()(WebKitFeatureList* list) const { webkit_feature_list_unref(list); }
+};
+
+/// Beginnings of the names of the features by which WebKitGTK slows down or stops a page in a hidden window.
+constexpr auto hiddenPageFeatures = std::to_array<std::string_view>({"HiddenPage", "PageVisibilityBased"});
+
+bool isHiddenPageFeature(WebKitFeature* feature) {
+    const std::string_view name = webkit_feature_get_identifier(feature);
+    return std::ranges::any_of(hiddenPageFeatures,
+                               [&](auto beginning) { return name.starts_with(beginning); });
+}
+
+GObjectPtr<WebKitSettings> makeSettings(bool plainRenderer) {
+    GObjectPtr<WebKitSettings> settings(webkit_settings_new());
+    webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), true);
+    if (plainRenderer)
+        webkit_settings_set_hardware_acceleration_policy(settings.get(),
+                                                         WEBKIT_HARDWARE_ACCELERATION_POLICY_NEVER);
+    return settings;
+}
+
+}  // namespace
+
+WebKitSession::WebKitSession(bool plainRenderer, std::function<void(WebKitWebView*, const char*)> onDownload)
+    : settings(makeSettings(plainRenderer)), network(webkit_network_session_new_ephemeral()),
+      downloadStarted(connect<void(WebKitDownload*)>(
+          network.get(), "download-started", [onDownload = std::move(onDownload)](WebKitDownload* download) {
+              webkit_download_cancel(download);
+              onDownload(webkit_download_get_web_view(download),
+                         webkit_uri_request_get_uri(webkit_download_get_request(download)));
+          })) {}
+
+GObjectPtr<WebKitWebView> WebKitSession::makeView() const {
+    return GObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(g_object_ref_sink(g_object_new(
+        WEBKIT_TYPE_WEB_VIEW, "network-session", network.get(), "settings", settings.get(), nullptr))));
+}
+
+void WebKitSession::setFullSpeedWhileHidden(bool fullSpeed) {
+    const std::unique_ptr<WebKitFeatureList, FeatureListUnref> features(webkit_settings_get_all_features());
+    for (gsize i = 0; i < webkit_feature_list_get_length(features.get()); ++i) {
+        WebKitFeature* const feature = webkit_feature_list_get(features.get(), i);
+        if (isHiddenPageFeature(feature))
+            webkit_settings_set_feature_enabled(settings.get(), feature, !fullSpeed);
+    }
+}
+
+}  // namespace vok

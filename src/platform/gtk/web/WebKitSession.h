@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/gtk/support/Signal.h"
+
+#include <webkit/webkit.h>
+
+#include <functional>
+#include <string>
+
+namespace vok {
+
+/// What the native views share: a network session that keeps nothing on disk, the settings, and the
+/// downloads.
+class WebKitSession {
+public:
+    /// `onDownload` is called with the address of each download, which has been cancelled, and the view whose
+    /// page began it. Otherwise WebKitGTK would put the file into the user's download directory.
+    WebKitSession(bool plainRenderer, std::function<void(WebKitWebView* view, const char* url)> onDownload);
+
+    GObjectPtr<WebKitWebView> makeView() const;
+
+    /// Do pages run at full speed while their window is hidden?
+    void setFullSpeedWhileHidden(bool fullSpeed);
+
+private:
+    GObjectPtr<WebKitSettings> settings;
+    GObjectPtr<WebKitNetworkSession> network;
+    SignalConnection downloadStarted;
+};
+
+}  // namespace vok
