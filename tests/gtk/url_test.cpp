@@ -51,12 +51,70 @@ INSTANTIATE_TEST_SUITE_P(
         {"LongQuery", "http://h/a?" + longQuery, "http://h/a?" + longQuery, longQuery},
         {"File", "file:///a%20b/c.html", "file:///a%20b/c.html", {}},
         {"PathLikeAHost", "http:/..//h/a?b", "http:/..//h/a?b", "b"},
+        {"SemicolonAfterThePort", "http://h:80;v=1/a?b", "http://h:80;v=1/a?b", "b"},
         {"ZeroByte", std::string("http://h/a\0b", 12), {}, {}},
         {"BadPort", "http://h:port/a?b", {}, {}},
         {"BlankInTheQuery", "http://h/a?b=c d", "http://h/a?b=c%20d", "b=c%20d"},
         {"BadEscape", "http://h/a?b=100%", "http://h/a?b=100%", "b=100%"},
     })),
     [](const auto& test) { return test.param.name; });
+
+bool hasQuery(const std::string& text) { return text.find('?') < text.find('#'); }
+
+TEST(OddAddressTest, IsTakenApartOrRefused) {
+    const GlibURLParser parser;
+    int taken = 0;
+    for (const std::string scheme : {"http:", "HTTPS:", "file:", "about:", "x-y:", "", ":", "1:"})
+        for (const std::string authority : {"",
+                                            "/",
+                                            "//",
+                                            "///",
+                                            "//h",
+                                            "//H.",
+                                            "//h:",
+                                            "//h:80",
+                                            "//h:80;v=1",
+                                            "//h:65536",
+                                            "//h:-1",
+                                            "//h;v=1",
+                                            "//h;v=1:80",
+                                            "//u@h",
+                                            "//u:p@h",
+                                            "//u;v@h;w",
+                                            "//@",
+                                            "//:@:",
+                                            "//[::1]",
+                                            "//[::1]:8",
+                                            "//[::1",
+                                            "//[v1.x]",
+                                            "//[fe80::1%25lo]",
+                                            "//h%2f",
+                                            "//h%",
+                                            "//%41",
+                                            "//\xC3\xA4",
+                                            "//a b",
+                                            "//h\\x",
+                                            "//*",
+                                            "//h:8x",
+                                            "//xn--",
+                                            "//a@b@c"})
+            for (const std::string path :
+                 {"", "/", "//", "/..//h", "/../..", "/.", ";v=1/a", "a", "a:b", "/a b", "/%", "/%zz",
+                  "/\xFF", "/\xC3\xA4", "\\a", "/{}|^`\"<>", "/./a/.."})
+                for (const std::string rest : {"", "?", "?a=b&c", "?a?b", "?\xC3%C3%", "#", "#f?g", "?q#f"}) {
+                    const auto text = scheme + authority + path + rest;
+                    const auto url = parser.URLWithString(text);
+                    if (!url)
+                        continue;
+                    ++taken;
+                    const auto again = parser.URLWithString(url->absoluteString);
+                    ASSERT_TRUE(again) << text;
+                    EXPECT_EQ(again->absoluteString, url->absoluteString) << text;
+                    EXPECT_EQ(again->query, url->query) << text;
+                    EXPECT_EQ(url->query.has_value(), hasQuery(text)) << text;
+                }
+    EXPECT_GT(taken, 10'000);
+}
 
 TEST(FailurePageTest, ShowsItsTextsAsTheyStand) {
     const auto page = failurePage("http://h/?a=1&b=\"<i>", "<script>no</script> & more");

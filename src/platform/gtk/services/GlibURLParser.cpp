@@ -36,9 +36,11 @@ std::string absoluteString(GUri* uri) {
     return showEscapes(joined.get());
 }
 
-/// GUri refuses to write a path that would read as a host, like the one that it makes of "http:/..//h".
+/// g_uri_join() refuses a path that would read back as part of the host, as that of "http://h:1;v", or as a
+/// host, as that of "http:/..//h".
 bool canBeWritten(GUri* uri) {
-    return g_uri_get_host(uri) || !std::string_view(g_uri_get_path(uri)).starts_with("//");
+    const std::string_view path = g_uri_get_path(uri);
+    return g_uri_get_host(uri) ? path.empty() || path.starts_with('/') : !path.starts_with("//");
 }
 
 }  // namespace
