@@ -7,13 +7,13 @@
 
 namespace vok {
 
-/// Reads property lists, XML and binary.
+/// Reads property lists, binary and XML. XML is UTF-8, or UTF-16 with a byte order mark.
 class PropertyListReader {
 public:
     virtual ~PropertyListReader() = default;
 
     /// The top-level dictionary of the file at `path`; nothing when the file is missing, unreadable, no
-    /// property list or no dictionary, or holds a text that is not UTF-8. Values that are not strings become
+    /// property list or no dictionary, or holds a string that is not valid Unicode. Values that are not strings become
     /// their text: 1 and 0 for booleans, decimal digits for numbers.
     virtual std::optional<Dictionary> dictionaryWithContentsOfFile(const std::string& path) const = 0;
 };

@@ -82,6 +82,30 @@ TEST_F(PlistReaderTest, ReadsBinaryLists) {
     }
 }
 
+/// ASCII `text` as UTF-16 in the byte order given.
+std::string utf16(std::string_view text, bool bigEndian) {
+    std::string encoded;
+    for (const char character : text)
+        encoded += bigEndian ? std::string{'\0', character} : std::string{character, '\0'};
+    return encoded;
+}
+
+TEST_F(PlistReaderTest, ObeysAByteOrderMark) {
+    const auto list = xml("<dict><key>a</key><string>1</string></dict>");
+    const Dictionary expected{{"a", "1"}};
+    EXPECT_EQ(read("\xEF\xBB\xBF" + xml("<dict><key>ä</key><string>日</string></dict>")),
+              (Dictionary{{"ä", "日"}}));
+    EXPECT_EQ(read("\xFF\xFE" + utf16(list, false)), expected);
+    EXPECT_EQ(read("\xFE\xFF" + utf16(list, true)), expected);
+    EXPECT_EQ(read("\xFE\xFF" + utf16(list, false)), std::nullopt);
+    EXPECT_EQ(read(utf16(list, true)), std::nullopt) << "without a mark it is not UTF-16";
+    EXPECT_EQ(read("\xFF\xFE" + utf16(list, false) + "<"), std::nullopt) << "half a character";
+    EXPECT_EQ(read("\xFF\xFE" + utf16("<plist><dict><key>", false) + "\x3D\xD8" +
+                   utf16("</key><true/></dict></plist>", false)),
+              std::nullopt)
+        << "half a surrogate pair";
+}
+
 std::string nestedArrays(int depth) {
     std::string content = "<plist><dict><key>a</key>";
     for (int i = 0; i < depth; ++i)

@@ -4,11 +4,13 @@
 #include <plist/plist.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <sstream>
+#include <string_view>
 
 namespace vok {
 
@@ -46,6 +48,33 @@ int depthOf(std::string_view xml) {
         tag = xml.find('<', end);
     }
     return greatest;
+}
+
+struct ByteOrderMark {
+    std::string_view bytes;
+    const char* encoding;
+};
+
+constexpr auto byteOrderMarks = std::to_array<ByteOrderMark>({
+    {"\xEF\xBB\xBF", "UTF-8"},
+    {"\xFF\xFE", "UTF-16LE"},
+    {"\xFE\xFF", "UTF-16BE"},
+});
+
+/// `contents` in UTF-8 and without a byte order mark, which libplist does not know; empty when they are not
+/// in the encoding that the mark names.
+std::string withoutByteOrderMark(const std::string& contents) {
+    for (const auto& [bytes, encoding] : byteOrderMarks) {
+        if (!contents.starts_with(bytes))
+            continue;
+        gsize length = 0;
+        const std::unique_ptr<char, decltype(&g_free)> converted(
+            g_convert(contents.data() + bytes.size(), static_cast<gssize>(contents.size() - bytes.size()),
+                      "UTF-8", encoding, nullptr, &length, nullptr),
+            g_free);
+        return converted ? std::string(converted.get(), length) : "";
+    }
+    return contents;
 }
 
 Node parse(const std::string& contents) {
@@ -131,7 +160,7 @@ std::optional<Dictionary> PlistReader::dictionaryWithContentsOfFile(const std::s
     std::ifstream file(path, std::ios::binary);
     std::ostringstream contents;
     contents << file.rdbuf();
-    const auto root = parse(std::move(contents).str());
+    const auto root = parse(withoutByteOrderMark(std::move(contents).str()));
     if (!root || plist_get_node_type(root.get()) != PLIST_DICT || !isUtf8WithoutZeroBytes(root.get()))
         return std::nullopt;
 
