@@ -1,8 +1,9 @@
 """The pages that the measured programs show, and the moments at which they ask for them."""
-import http.server
 import pathlib
 import threading
 import time
+
+from rig.page_server import PageServer, Request
 
 PAGES = pathlib.Path(__file__).resolve().parent.parent / "examples" / "demo" / "pages"
 TYPES = {".css": "text/css", ".html": "text/html", ".js": "text/javascript"}
@@ -24,49 +25,35 @@ addEventListener('load', () => setTimeout(leave, 100));
 </script>"""
 
 
-class Handler(http.server.BaseHTTPRequestHandler):
+class KeptConnection(Request):
     protocol_version = "HTTP/1.1"
-    disable_nagle_algorithm = True
 
-    def do_GET(self):
-        path = self.path.partition("?")[0]
-        self.server.note(path)
-        file = PAGES / path[1:]
-        if path == "/trip":
-            self.answer(TRIP)
-        elif path in ("/leaving", "/arrived", "/loaded", "/command"):
-            self.answer(b"<!doctype html><title>Command</title>")
-        elif file.is_file():
-            self.answer(file.read_bytes().replace(b"</body>", TELL_LOADED), TYPES[file.suffix])
-        else:
-            self.answer(b"", status=404)
-
-    def answer(self, body, media_type="text/html", status=200):
-        self.send_response(status)
-        self.send_header("Content-Type", media_type + "; charset=utf-8")
-        self.send_header("Content-Length", str(len(body)))
-        self.send_header("Cache-Control", "no-store")
-        self._headers_buffer += [b"\r\n", body]
-        self.flush_headers()
-
-    def log_message(self, *_):
-        pass
+    def answer(self, body, status=200, **headers):
+        super().answer(body, status, Cache_Control="no-store", **headers)
 
 
-class Site(http.server.ThreadingHTTPServer):
-    """Listens on 127.0.0.1 until the program ends."""
+class Site(PageServer):
+    """The demo's pages, and the moments of the requests for them."""
 
     def __init__(self):
-        super().__init__(("127.0.0.1", 0), Handler)
-        self.url = f"http://127.0.0.1:{self.server_port}"
+        super().__init__()
+        self.RequestHandlerClass = KeptConnection
         self.changed = threading.Condition()
         self.moments = []
-        threading.Thread(target=self.serve_forever, daemon=True).start()
+        self.open()
 
-    def note(self, path):
+    def answer_to(self, target):
+        path = target.partition("?")[0]
         with self.changed:
             self.moments.append((path, time.monotonic()))
             self.changed.notify_all()
+        if path == "/trip":
+            return TRIP
+        file = PAGES / path[1:]
+        if not file.is_file():
+            return "<!doctype html><title>Command</title>"
+        content = file.read_bytes().replace(b"</body>", TELL_LOADED)
+        return lambda request: request.answer(content, Content_Type=TYPES[file.suffix])
 
     def forget(self):
         with self.changed:

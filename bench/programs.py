@@ -2,27 +2,23 @@
 import contextlib
 import os
 import pathlib
-import plistlib
-import shutil
 import signal
 import subprocess
 import tempfile
 import time
 
+from rig.bundle import copy_bundle, update_plist
+
 SIZE = (900, 680)
 MINI_BROWSER = pathlib.Path("/usr/lib/x86_64-linux-gnu/webkitgtk-6.0/MiniBrowser")
 
 
-def bundle_for(bundle, directory, site_url, page):
-    """A copy of the bundle in `directory` whose first page is `page` of the site."""
-    copy = pathlib.Path(directory) / "Vok Installer.app"
-    shutil.copytree(bundle, copy)
-    config = copy / "Contents/MacOS/Tools/installer_config.plist"
-    values = plistlib.loads(config.read_bytes())
-    values["firstInstallationPageUrl"] = site_url + page
-    values["commandUrlPrefix"] = site_url + "/command"
-    config.write_bytes(plistlib.dumps(values))
-    return copy
+def bundle_for(directory, site, page):
+    """A copy of the installed bundle in `directory` whose first page is `page` of the site."""
+    bundle = copy_bundle(directory / "Vok Installer.app")
+    update_plist(bundle / "Contents/MacOS/Tools/installer_config.plist",
+                 {"firstInstallationPageUrl": site.url(page), "commandUrlPrefix": site.url("/command")})
+    return bundle
 
 
 def installer(bundle):

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""Measures the release build and writes one table in Markdown. scripts/bench builds and calls it, on a desktop.
+"""Measures the installed program and writes one table in Markdown. scripts/bench builds and calls it, on a desktop.
 
 Usage: report.py BUILD_DIRECTORY RUNS TABLE_FILE
 """
@@ -10,7 +10,6 @@ import re
 import statistics
 import subprocess
 import sys
-import tempfile
 
 import functions
 import windows
@@ -43,10 +42,9 @@ def rows(values, sizes):
             yield what, cell(what, ours, sizes.get(what)), name, *compared
 
 
-def installed_sizes(build):
-    with tempfile.TemporaryDirectory() as prefix:
-        subprocess.run(["cmake", "--install", build, "--prefix", prefix], check=True)
-        files = {file.name: file.stat().st_size for file in pathlib.Path(prefix).rglob("*") if file.is_file()}
+def installed_sizes():
+    files = {file.name: file.stat().st_size for file in pathlib.Path(os.environ["VOK_BUNDLE"]).rglob("*")
+             if file.is_file()}
     yield "size of the program", f"{files['vok-installer'] / 1e3:.0f} kB", "", "", ""
     yield "size of the bundle, with the demo's tools", f"{sum(files.values()) / 1e3:.0f} kB", "", "", ""
 
@@ -61,14 +59,14 @@ def machine(runs):
 
 def main():
     build, runs, table = pathlib.Path(sys.argv[1]).resolve(), int(sys.argv[2]), pathlib.Path(sys.argv[3])
-    values, remarks = windows.measure(build, build / "Vok Installer.app", runs)
+    values, remarks = windows.measure(build, runs)
     sizes = {}
     for program in ("getstate_bench", "urls_bench"):
         seconds, bytes_worked_on = functions.measure(build / "bench" / program, runs)
         values |= seconds
         sizes |= bytes_worked_on
     lines = ["| What | Installer | Compared with | It | Ratio |", "|---|---:|---|---:|---:|"]
-    lines += ["| " + " | ".join(row) + " |" for row in [*rows(values, sizes), *installed_sizes(build)]]
+    lines += ["| " + " | ".join(row) + " |" for row in [*rows(values, sizes), *installed_sizes()]]
     lines += ["\n" + remark for remark in [machine(runs), *remarks]]
     table.write_text("\n".join(lines) + "\n", encoding="utf-8")
 

@@ -50,13 +50,13 @@ def in_rounds(site, commands, runs, measure):
     return values
 
 
-def measure(build, bundle, runs):
+def measure(build, runs):
     """All that is measured in windows, and a sentence for each program that is not installed."""
     site = pages.Site()
     with tempfile.TemporaryDirectory() as directory:
-        shown = programs.bundle_for(bundle, pathlib.Path(directory) / "shown", site.url, "/welcome.html")
-        sent = programs.bundle_for(bundle, pathlib.Path(directory) / "sent", site.url, "/trip")
-        page = site.url + "/welcome.html"
+        shown = programs.bundle_for(pathlib.Path(directory) / "shown", site, "/welcome.html")
+        sent = programs.bundle_for(pathlib.Path(directory) / "sent", site, "/trip")
+        page = site.url("/welcome.html")
         commands = {
             "installer": programs.installer(shown),
             "bare program": programs.bare(build, shown, page),
@@ -68,10 +68,10 @@ def measure(build, bundle, runs):
             del commands[name]
         values = in_rounds(site, commands, runs, start_up)
 
-        trip = site.url + "/trip"
+        trip = site.url("/trip")
         commands = {
             "installer": programs.installer(sent),
-            "bare program": programs.bare(build, sent, trip, site.url + "/command", trip + "?action=cancel"),
+            "bare program": programs.bare(build, sent, trip, site.url("/command"), trip + "?action=cancel"),
         }
         values |= in_rounds(site, commands, runs, round_trips)
     return values, [f"{name} is not installed and was left out." for name in missing]

@@ -2,7 +2,7 @@
 
 import time
 
-from rig import page
+from rig.page_server import page, redirect
 from table import fault
 
 
@@ -11,14 +11,7 @@ from table import fault
 @fault("command URL redirects to an ordinary page", "page elsewhere")
 def _(it):
     it.first("uninstall", reportUrl="r")
-    it.answers["/command"] = lambda handler: handler.answer("", 302, Location="/elsewhere")
-    it.start()
-
-
-@fault("ordinary page redirects to a command URL", "page back; install tool ran 1×")
-def _(it):
-    it.answers["/first"] = page("first", "/elsewhere")
-    it.answers["/elsewhere"] = lambda handler: handler.answer("", 302, Location=it.command("getstate"))
+    it.answers["/command"] = redirect("/elsewhere")
     it.start()
 
 
@@ -27,7 +20,7 @@ def _(it):
     uninstall = it.command("uninstall", reportUrl="r")
     it.answers["/first"] = page("first") + f"""<script>onload = () => {{
         location = '{uninstall}'; setTimeout(() => location = '{uninstall}', 300) }}</script>"""
-    it.answers["/command"] = lambda handler: time.sleep(1) or page("command")
+    it.answers["/command"] = lambda request: time.sleep(1) or page("command")
     it.start()
 
 
@@ -42,23 +35,16 @@ def _(it):
 @fault("two commands while a sheet is open",
        "sheet: Failed to execute command. Unsupported command (command = 'wrong').; install tool ran 2×")
 def _(it):
-    states = iter((it.command("getstate", number=1), it.command("getstate", number=2)))
+    states = iter((it.command("getstate", number="1"), it.command("getstate", number="2")))
     it.first("wrong")
-    it.answers["/command"] = lambda handler: page("command", next(states) if "wrong" in handler.path else None)
-    it.answers["/back"] = lambda handler: page("back", next(states, None))
-    it.start()
-
-
-@fault("zero byte in a command's name",
-       "sheet: Failed to execute command. Unsupported command (command = 'uninstall\N{REPLACEMENT CHARACTER}').")
-def _(it):
-    it.first("uninstall\0", reportUrl="r")
+    it.answers["/command"] = lambda request: page("command", next(states) if "wrong" in request.path else None)
+    it.answers["/back"] = lambda request: page("back", next(states, None))
     it.start()
 
 
 @fault("zero byte in an address for the install tool", "page command; admin tool ran 1×")
 def _(it):
-    it.tool("admin tool", '[[ ${*: -1} == "reportUrl=a%00b" ]] || echo >>"$0.runs"')
+    it.tool("admin tool", '[[ ${*: -1} == "reportUrl=a%00b" ]] || echo "$*" >>"$0.calls"')
     it.first("uninstall", reportUrl="a\0b")
     it.answers["/command"] = page("command")
     it.start()
@@ -66,7 +52,7 @@ def _(it):
 
 @fault("zero byte in the callback's address", "failure page: This address is not allowed.")
 def _(it):
-    it.first("cancel", callbackUrl=it.pages.address + "/back\0end")
+    it.first("cancel", callbackUrl=it.server.url("/back\0end"))
     it.start()
 
 

@@ -1,4 +1,4 @@
-"""Breaks what the program rests on, one thing at a time: faults.py PROGRAM [REGEX]"""
+"""Breaks what the program depends on, one thing at a time: faults.py [REGEX]"""
 
 import sys
 
@@ -7,4 +7,4 @@ import machine_faults  # noqa: F401
 import page_faults  # noqa: F401
 from table import try_out
 
-sys.exit(try_out(*sys.argv[1:]) > 0)
+sys.exit(try_out(sys.argv[1]) > 0)

@@ -1,68 +1,30 @@
 """Faults of the web view's processes, of the page server and of the pages."""
 
-import socket
 import ssl
 import subprocess
-import threading
 import time
 
-from rig import page
+from rig.installer import NETWORK_PROCESS, WEB_PROCESS
+from rig.page_server import page
 from table import fault
 
 
 # Processes of the web view
 
-WEB, NETWORK = "WebKitWebProces", "WebKitNetworkPr"
-
 # A page whose process has more memory than any other, and that then asks for "/lost".
 large = page("large") + "<script>onload = () => { window.kept = new Uint8Array(2e8).fill(1); fetch('/lost') }</script>"
-
-
-@fault("web process killed during the splash page", "page last")
-def _(it):
-    it.lost = threading.Event()
-    it.splash = large.replace("'/lost'", f"'{it.pages.address}/lost'")
-    it.answers["/first"] = lambda handler: page("first", "/last") if it.lost.wait(30) else None
-    def lost(handler):
-        it.splash_file.write_text(page("splash"))
-        it.kill_largest(WEB)
-        it.lost.set()
-    it.answers["/lost"] = lost
-    it.start()
-
-
-@fault("web process killed during an ordinary page", "page last")
-def _(it):
-    it.answers["/first"] = large
-    def lost(handler):
-        it.answers["/first"] = page("first", "/last")
-        it.kill_largest(WEB)
-    it.answers["/lost"] = lost
-    it.start()
-
-
-@fault("web process killed on a command URL", "page last; admin tool ran 1×")
-def _(it):
-    it.first("uninstall", reportUrl="r")
-    it.answers["/command"] = large
-    def lost(handler):
-        it.wait_for(it.ran)
-        it.answers["/first"] = page("first", "/last")
-        it.kill_largest(WEB)
-    it.answers["/lost"] = lost
-    it.start()
 
 
 @fault("web process killed on every page",
        "sheet: The page cannot be displayed. Close the installer and start it again.")
 def _(it):
-    it.answers |= {"/first": large, "/lost": lambda handler: it.kill_largest(WEB)}
+    it.answers |= {"/first": large, "/lost": lambda request: it.kill_largest(WEB_PROCESS)}
     it.start()
 
 
 @fault("network process killed during a load", "failure page: WebKit encountered an internal error")
 def _(it):
-    it.answers["/first"] = lambda handler: it.kill_largest(NETWORK)
+    it.answers["/first"] = lambda request: it.kill_largest(NETWORK_PROCESS)
     it.start()
 
 
@@ -70,19 +32,19 @@ def _(it):
 def _(it):
     it.answers["/first"] = page("first") + """<script>
         onload = () => fetch('/lost').catch(() => location = '/next')</script>"""
-    it.answers["/lost"] = lambda handler: it.kill_largest(NETWORK)
+    it.answers["/lost"] = lambda request: it.kill_largest(NETWORK_PROCESS)
     it.start()
 
 
 # Page server
 
-def half(handler):
+def half(request):
     """The first half of a page, and no more."""
-    handler.send_response(200)
-    handler.send_header("Content-Type", "text/html")
-    handler.send_header("Content-Length", "100000")
-    handler.end_headers()
-    handler.wfile.write(page("half").encode())
+    request.send_response(200)
+    request.send_header("Content-Type", "text/html")
+    request.send_header("Content-Length", "100000")
+    request.end_headers()
+    request.wfile.write(page("half").encode())
 
 
 @fault("page server gone in mid-page", "page first")
@@ -100,21 +62,21 @@ def _(it):
 
 @fault("first page answers 500 with a page", "page first")
 def _(it):
-    it.answers["/first"] = lambda handler: handler.answer(page("sorry"), 500)
+    it.answers["/first"] = lambda request: request.answer(page("sorry"), 500)
     it.start()
 
 
 @fault("first page answers 500 without a body", "failure page: The server answered 500 Internal Server Error.")
 def _(it):
-    it.answers["/first"] = lambda handler: handler.answer("", 500)
+    it.answers["/first"] = lambda request: request.answer("", 500)
     it.start()
 
 
 @fault("first page answers 404 without a body or its length", "failure page: The server answered 404 Not Found.")
 def _(it):
-    def answer(handler):
-        handler.send_response(404)
-        handler.end_headers()
+    def answer(request):
+        request.send_response(404)
+        request.end_headers()
     it.answers["/first"] = answer
     it.start()
 
@@ -122,28 +84,14 @@ def _(it):
 @fault("command URL answers 500 with a page", "page back; install tool ran 1×")
 def _(it):
     it.first("getstate")
-    it.answers["/command"] = lambda handler: handler.answer(page("sorry"), 500)
+    it.answers["/command"] = lambda request: request.answer(page("sorry"), 500)
     it.start()
 
 
 @fault("command URL answers 500 without a body", "page back; install tool ran 1×")
 def _(it):
     it.first("getstate")
-    it.answers["/command"] = lambda handler: handler.answer("", 500)
-    it.start()
-
-
-@fault("first page's server hangs up", "failure page: Connection terminated unexpectedly")
-def _(it):
-    it.answers["/first"] = lambda handler: None
-    it.start()
-
-
-@fault("first page's server is not there", "failure page: Could not connect to 127.0.0.1: Connection refused")
-def _(it):
-    it.closed = socket.socket()
-    it.closed.bind(("127.0.0.1", 0))
-    it.configuration["firstInstallationPageUrl"] = f"http://127.0.0.1:{it.closed.getsockname()[1]}/first"
+    it.answers["/command"] = lambda request: request.answer("", 500)
     it.start()
 
 
@@ -156,25 +104,19 @@ def _(it):
 
 @fault("first page's server accepts but never answers", "failure page: The server does not answer.", seconds=90)
 def _(it):
-    it.answers["/first"] = lambda handler: time.sleep(3600)
+    it.answers["/first"] = lambda request: time.sleep(3600)
     it.start()
 
 
 @fault("first page redirects for ever", "failure page: Load cannot follow more than 20 redirections")
 def _(it):
-    it.answers["/first"] = lambda handler: handler.answer("", 302, Location=f"/first?{time.monotonic()}")
-    it.start()
-
-
-@fault("first page is a download", "failure page: A file of the type 'application/x-file' cannot be shown here.")
-def _(it):
-    it.answers["/first"] = lambda handler: handler.answer("file", Content_Type="application/x-file")
+    it.answers["/first"] = lambda request: request.answer("", 302, Location=f"/first?{time.monotonic()}")
     it.start()
 
 
 @fault("first page is an attachment", "failure page: It is a file to download, which cannot be shown here.")
 def _(it):
-    it.answers["/first"] = lambda handler: handler.answer("file", Content_Disposition="attachment; filename=a.html")
+    it.answers["/first"] = lambda request: request.answer("file", Content_Disposition="attachment; filename=a.html")
     it.start()
 
 
@@ -203,8 +145,8 @@ def _(it):
                     "-keyout", certificate, "-out", certificate], check=True, capture_output=True)
     context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
     context.load_cert_chain(certificate)
-    it.pages.socket = context.wrap_socket(it.pages.socket, server_side=True)
-    it.configuration["firstInstallationPageUrl"] = it.pages.address.replace("http", "https") + "/first"
+    it.server.socket = context.wrap_socket(it.server.socket, server_side=True)
+    it.configuration["firstInstallationPageUrl"] = it.server.url("/first").replace("http", "https")
     it.start()
 
 
@@ -236,12 +178,6 @@ refused("page opens an address of another program",
 @fault("callback page is a local one that fetches another", "page refused")
 def _(it):
     (it.tools / "page.html").write_text(f"""<script>fetch('splash.html').then(
-        () => location = '{it.pages.address}/got', () => location = '{it.pages.address}/refused')</script>""")
+        () => location = '{it.server.url()}/got', () => location = '{it.server.url()}/refused')</script>""")
     it.first("cancel", callbackUrl=f"file://{it.tools}/page.html")
-    it.start()
-
-
-@fault("command URL in a sub-frame", "page first")
-def _(it):
-    it.answers["/first"] = page("first") + f"<iframe src='{it.command('uninstall', reportUrl='r')}'></iframe>"
     it.start()

@@ -1,14 +1,14 @@
-"""Sends 10,000 commands through the real window and compares what the program holds at 1,000 and at the end."""
+"""Sends commands through the window and compares what the program holds at two counts: soak.py COUNT COUNT"""
 
 import os
 import pathlib
 import sys
 import time
 
-from rig import Installer, page
+from rig.installer import Installer
+from rig.page_server import page
 
 COMMANDS = ("getbrowsers", "cancel", "hide", "getstate")
-MEASURED = (1_000, 10_000)
 GREATEST_GROWTH = 5 * 1024  # KiB
 
 
@@ -21,34 +21,40 @@ def measure(process):
     return memory, len(os.listdir(proc / "fd")), len(children)
 
 
-def main():
-    installer = Installer(sys.argv[1])
-    installer.tool("install tool", """echo 'Install info {{"installed": 1, "version": "1.2.3"}'""")
-    measures = {}
+def run(installer, counts):
+    """What is measured at each of the counts, and the program's status."""
+    measures = []
     count = 0
 
     def next_command(_):
         nonlocal count
-        if count in MEASURED:
-            measures[count] = measure(installer.process.pid)
-            print(f"{count:6} commands: {measures[count][0]:6} KiB, {measures[count][1]} open files, "
-                  f"{measures[count][2]} children", flush=True)
-        command = COMMANDS[count % len(COMMANDS)] if count < MEASURED[-1] else "finish"
+        if count in counts:
+            measures.append(measure(installer.process.pid))
+            print("{:6} commands: {:6} KiB, {} open files, {} children".format(count, *measures[-1]), flush=True)
+        name = COMMANDS[count % len(COMMANDS)] if count < counts[-1] else "finish"
         count += 1
-        return page(command, installer.command(command, number=count))
+        return page(name, installer.command(name, number=str(count)))
 
-    installer.answers |= {"/first": next_command, "/back": next_command}
+    installer.answers |= {"/first": next_command, "/back": next_command, "/command": page("command")}
+    begin = time.monotonic()
+    installer.start()
+    status = installer.process.wait()
+    print(f"Ended with {status} after {time.monotonic() - begin:.0f} seconds.")
+    return measures, status
+
+
+def main():
+    installer = Installer()
+    installer.tool("install tool", """echo 'Install info {{"installed": 1, "version": "1.2.3"}'""")
     try:
-        begin = time.monotonic()
-        installer.start()
-        status = installer.process.wait()
-        print(f"Ended with {status} after {time.monotonic() - begin:.0f} seconds.")
+        measures, status = run(installer, [int(count) for count in sys.argv[1:]])
     finally:
         installer.close()
-
-    (memory, files, children), (memory_then, files_then, children_then) = measures.values()
-    print(f"Growth: {memory_then - memory} KiB, {files_then - files} files, {children_then - children} children")
-    sys.exit(status or memory_then - memory >= GREATEST_GROWTH or files_then > files or children_then > children)
+    memory, files, children = (after - before for before, after in zip(*measures))
+    print(f"Growth: {memory} KiB, {files} files, {children} children")
+    passed = status == 0 and memory < GREATEST_GROWTH and files <= 0 and children <= 0
+    print("1 passed, 0 failed" if passed else "0 passed, 1 failed")
+    sys.exit(not passed)
 
 
 main()

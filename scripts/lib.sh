@@ -1,0 +1,36 @@
+# Sourced by the scripts, which it takes to the project's directory.
+# shellcheck shell=bash
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+# Prints the comment at the top of the script, which is its usage text, and ends the script.
+usage() {
+    sed -n '2,/^[^#]/s/^# \{0,1\}//p' "scripts/${0##*/}" >&2
+    exit 2
+}
+
+# build PRESET [OPTION...]: configures with the options and builds; the output is shown when that fails.
+build() {
+    local preset=$1 log=build/$1.log
+    echo "Building in build/$preset..." >&2
+    mkdir -p build
+    if ! { cmake --preset "$preset" "${@:2}" && cmake --build --preset "$preset"; } &>"$log"; then
+        cat "$log" >&2
+        echo 'The build failed; see above.' >&2
+        return 1
+    fi
+}
+
+# install_bundle PRESET [DIRECTORY]: installs what was built, into a new directory outside the build tree unless one is
+# given. The bundle's path is then in VOK_BUNDLE, where the tests look for it.
+install_bundle() {
+    local prefix=${2-}
+    if [[ ! $prefix ]]; then
+        prefix=$(mktemp -d)
+        # shellcheck disable=SC2064  # The directory is that of this call.
+        trap "rm -rf '$prefix'" EXIT
+    fi
+    [[ $prefix == /* ]] || prefix=$OLDPWD/$prefix
+    cmake --install "build/$1" --prefix "$prefix" >/dev/null
+    export VOK_BUNDLE="$prefix/Vok Installer.app"
+}

@@ -1,0 +1,46 @@
+"""Windows, keys and pictures of the X display."""
+
+from rig.waiting import output, wait_for
+
+
+def press_key(key):
+    output("xdotool", "key", key)
+
+
+def active_window():
+    """The name of the window that has the keyboard."""
+    return output("xdotool", "getactivewindow", "getwindowname").decode().strip()
+
+
+def windows(name, *options):
+    """The numbers of the windows of that name."""
+    return output("xdotool", "search", *options, "--name", f"^{name}$").decode().split()
+
+
+def window_state(name):
+    """Normal or Iconic; empty when there is no such window."""
+    for window in windows(name):
+        if b"window state: " in (state := output("xprop", "-id", window, "WM_STATE")):
+            return state.split(b"window state: ")[1].split()[0].decode()
+    return ""
+
+
+def picture(window):
+    """A window as PNG."""
+    return output("import", "-window", window, "png:-")
+
+
+def is_blank(name):
+    """Whether the middle of the window has but one colour."""
+    shown = windows(name, "--onlyvisible")
+    content = picture(shown[0]) if shown else b""
+    middle = ("-gravity", "center", "-crop", "90%x80%+0+0")
+    return output("convert", "png:-", *middle, "-format", "%k", "info:", input=content) in (b"", b"1")
+
+
+def wait_for_active_window(name):
+    assert wait_for(lambda: active_window() == name), f"'{active_window()}' has the keyboard"
+
+
+def wait_for_window(name, state):
+    assert wait_for(lambda: window_state(name) == state), f"the window is {window_state(name) or 'gone'}"

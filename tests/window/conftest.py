@@ -1,0 +1,28 @@
+import pytest
+
+from rig.installer import Installer
+from rig.page_server import page
+
+
+@pytest.fixture
+def installer():
+    """An installer whose server got every expected request and no other; its log is shown when a test fails."""
+    it = Installer("Größe und blank.app")
+    yield it
+    print(it.log() if it.process else "")
+    it.close()
+    assert it.server.faults() == []
+
+
+@pytest.fixture
+def server(installer):
+    return installer.server
+
+
+@pytest.fixture
+def start(installer, server):
+    """Starts the installer, whose first page then navigates to a URL."""
+    def start_with_first_page(then):
+        server.expect(installer.first_path(), page("first", then))
+        installer.start()
+    return start_with_first_page

@@ -1,0 +1,81 @@
+"""Starting the program, and what its pages may do."""
+
+import pytest
+
+from rig import desktop
+from rig.installer import TITLE, kill_group
+from rig.page_server import page, script_page
+
+NO_BUS = "unix:path=/nonexistent"
+
+
+@pytest.mark.parametrize("way", [
+    {"arguments": ["--gapplication-service", "http://127.0.0.1/", "file"]},
+    {"link": True},
+    {"DBUS_SESSION_BUS_ADDRESS": NO_BUS, "DBUS_SYSTEM_BUS_ADDRESS": NO_BUS},
+    {"CFBundleIdentifier": "none"},
+], ids=lambda way: next(iter(way)))
+def test_every_start_leads_from_the_splash_page_to_the_first_page(installer, server, way):
+    """With arguments, through a symbolic link, without message buses, with an identifier that D-Bus does not take."""
+    if way.get("link"):
+        link = installer.directory / "link"
+        link.symlink_to(installer.program)
+        installer.program = link
+    installer.environment |= {name: value for name, value in way.items() if name.startswith("DBUS")}
+    installer.identify(**{name: value for name, value in way.items() if name.startswith("CF")})
+    server.expect(installer.first_path(), page("first", "/last"))
+    server.expect("/last")
+    installer.start(*way.get("arguments", []))
+    installer.wait_for_requests()
+    installer.close_window()
+
+
+def test_a_second_start_brings_the_window_forward_and_ends(installer, server, start):
+    hide = installer.command("hide")
+    server.expect(hide)
+    installer.answers["/back"] = page("back")
+    start(hide)
+    desktop.wait_for_window(TITLE, "Iconic")
+    assert installer.launch().wait(60) == 0
+    desktop.wait_for_window(TITLE, "Normal")
+    assert installer.is_running()
+
+
+def test_another_product_opens_a_window_of_its_own(installer, server, start):
+    server.expect("/last")
+    start("/last")
+    installer.wait_for_requests()
+    installer.identify(CFBundleIdentifier="org.example.Other")
+    server.expect(installer.first_path())
+    other = installer.launch()
+    try:
+        installer.wait_for_requests()
+    finally:
+        kill_group(other)
+
+
+@pytest.mark.parametrize("action", [
+    "document.querySelector('a').click()",
+    "open('/opened?a=b&c')",
+    "open('/opened?a=b&c', '', 'width=300')",
+], ids=["link", "script", "popup"])
+def test_a_new_window_opens_in_the_default_browser_and_the_page_stays(installer, server, action):
+    server.expect(installer.first_path(), "<!doctype html><a target=_blank href='/opened?a=b&amp;c'>Link</a>"
+                  + script_page(f"onload = () => {{ {action}; fetch('/browsed').then(() => location = '/next') }}"))
+    server.expect("/browsed", lambda request: page(str(installer.calls("browser", 1))))
+    server.expect("/next")
+    installer.start()
+    installer.wait_for_requests()
+    assert installer.calls("browser") == [f"[{server.url('/opened?a=b&c')}]"]
+    installer.close_window()
+
+
+@pytest.mark.parametrize("key, answer", [("Return", "/true"), ("Escape", "/false")])
+def test_a_question_is_a_sheet_whose_answer_reaches_the_page(installer, server, key, answer):
+    server.expect(installer.first_path(), script_page(
+        "onload = () => setTimeout(() => location = '/' + confirm('Are you <b>sure</b>?'))"))
+    server.expect(answer)
+    installer.start()
+    installer.wait_for_sheet(TITLE, "Are you <b>sure</b>?", "Cancel", "OK")
+    desktop.press_key(key)
+    installer.wait_for_requests()
