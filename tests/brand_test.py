@@ -2,6 +2,7 @@
 import os
 import pathlib
 import plistlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -10,6 +11,7 @@ import unittest
 SOURCE = pathlib.Path(__file__).resolve().parents[1]
 TEMPLATE = sys.argv.pop()
 sys.path.append(str(SOURCE / "packaging/brand"))
+import configuration  # noqa: E402
 import product as products  # noqa: E402
 ICON = '<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 1 1"/>'
 
@@ -94,6 +96,14 @@ class BrandTest(unittest.TestCase):
     def brand(self, output):
         command = [SOURCE / "scripts/brand", self.product, output, TEMPLATE]
         return subprocess.run(command, text=True, capture_output=True, check=False)
+
+    def test_program_brand_and_readme_know_the_same_keys(self):
+        header = (SOURCE / "src/config/ConfigurationKeys.h").read_text()
+        keys = re.findall(r'constexpr auto (\w+) = "(\w+)";', header)
+        known = [(key, key) for key in configuration.NEEDED + configuration.OPTIONAL]
+        self.assertEqual(keys, known)
+        table = (SOURCE / "README.md").read_text().partition("| Key |")[2].partition("\n\n")[0]
+        self.assertEqual(re.findall(r"^\| `(\w+)`", table, re.MULTILINE), [key for key, _ in known])
 
     def test_a_good_product_becomes_a_bundle(self):
         self.write()

@@ -5,6 +5,7 @@ import re
 import urllib.parse
 import xml.parsers.expat
 
+# The keys that the installer knows: src/config/ConfigurationKeys.h.
 NEEDED = ("firstInstallationPageUrl", "analyticParams", "commandUrlPrefix", "installTool", "launchAsAdminTool")
 OPTIONAL = ("agentId", "targetDir", "lang")
 

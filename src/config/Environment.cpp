@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "config/ConfigurationKeys.h"
 #include "config/DictionaryLookup.h"
 #include "foundation/Exception.h"
 #include "platform/Bundle.h"
@@ -17,12 +18,12 @@ std::string AppDelegate::getToolsDirPath() const {
 
 std::string AppDelegate::getInstallToolPath() const {
     const auto toolsDir = getToolsDirPath();
-    return StringWithFormat("%@/%@", toolsDir, GetStringFromDict(config(), "installTool"));
+    return StringWithFormat("%@/%@", toolsDir, GetStringFromDict(config(), configuration::installTool));
 }
 
 std::string AppDelegate::getLaunchAsAdminToolPath() const {
     const auto toolsDir = getToolsDirPath();
-    return StringWithFormat("%@/%@", toolsDir, GetStringFromDict(config(), "launchAsAdminTool"));
+    return StringWithFormat("%@/%@", toolsDir, GetStringFromDict(config(), configuration::launchAsAdminTool));
 }
 
 Dictionary AppDelegate::loadAppConfig() const {
@@ -34,7 +35,7 @@ Dictionary AppDelegate::loadAppConfig() const {
 }
 
 std::string AppDelegate::getAgentId() const {
-    const auto configured = config() ? FindStringInDict(config(), "agentId") : std::nullopt;
+    const auto configured = config() ? FindStringInDict(config(), configuration::agentId) : std::nullopt;
     return configured ? *configured : GetPlatformUuid(platform.machine);
 }
 
@@ -43,7 +44,8 @@ std::string AppDelegate::getOsVersion() const {
 }
 
 std::string AppDelegate::getTargetDirForAgent(const std::optional<std::string>& agent) const {
-    if (const auto configured = config() ? FindStringInDict(config(), "targetDir") : std::nullopt)
+    if (const auto configured =
+            config() ? FindStringInDict(config(), configuration::targetDir) : std::nullopt)
         return *configured;
     if (!agent)
         raise(NSInvalidArgumentException, "Failed to get target dir (agentId is nil).");
@@ -52,7 +54,7 @@ std::string AppDelegate::getTargetDirForAgent(const std::optional<std::string>& 
 
 std::string AppDelegate::getPreferredLanguage(const std::string& defaultLang) const {
     try {
-        if (const auto configured = config() ? FindStringInDict(config(), "lang") : std::nullopt)
+        if (const auto configured = config() ? FindStringInDict(config(), configuration::lang) : std::nullopt)
             return *configured;
         const auto languages = platform.machine.preferredLanguages();
         return languages && !languages->empty() ? languages->front() : defaultLang;

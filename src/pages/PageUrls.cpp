@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "config/ConfigurationKeys.h"
 #include "config/DictionaryLookup.h"
 #include "foundation/Exception.h"
 #include "foundation/PercentEscapes.h"
@@ -30,8 +31,8 @@ std::string AppDelegate::getSplashPageUrl() const {
 }
 
 std::string AppDelegate::getFirstInstallationPageUrl() const {
-    const auto base = GetStringFromDict(config(), "firstInstallationPageUrl");
-    const auto analytics = GetStringFromDict(config(), "analyticParams");
+    const auto base = GetStringFromDict(config(), configuration::firstInstallationPageUrl);
+    const auto analytics = GetStringFromDict(config(), configuration::analyticParams);
     const auto info = platform.bundle.infoDictionary();
     const auto version = GetStringFromDict(&info, "CFBundleVersion");
     const auto os = AddPercentEscapes(getOsVersion());

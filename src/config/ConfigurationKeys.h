@@ -1,0 +1,23 @@
+#pragma once
+
+/// The keys of installer_config.plist; every value is a string. The first five are required.
+namespace vok::configuration {
+
+/// URL of the first installation page, without a query.
+inline constexpr auto firstInstallationPageUrl = "firstInstallationPageUrl";
+/// More query pairs for that page, "key=value" joined by "&".
+inline constexpr auto analyticParams = "analyticParams";
+/// What every command URL begins with, as the web view normalises it.
+inline constexpr auto commandUrlPrefix = "commandUrlPrefix";
+/// File name of the install tool in Tools.
+inline constexpr auto installTool = "installTool";
+/// File name of the launch-as-admin tool in Tools.
+inline constexpr auto launchAsAdminTool = "launchAsAdminTool";
+/// Agent identifier; by default a UUID of this machine.
+inline constexpr auto agentId = "agentId";
+/// Absolute directory of the installed agent; by default one named after the agent identifier.
+inline constexpr auto targetDir = "targetDir";
+/// Language of the pages; by default the user's preferred one.
+inline constexpr auto lang = "lang";
+
+}  // namespace vok::configuration
