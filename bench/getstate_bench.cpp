@@ -1,7 +1,7 @@
 // Asking the install tool for the product's state, beside the same pipeline without the installer around it.
 
 #include "commands/ProductInfo.h"
-#include "platform/Log.h"
+#include "foundation/Log.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,6 @@
 #include "Property.h"
 
-#include "platform/Log.h"
+#include "foundation/Log.h"
 
 #include <glib.h>
 

@@ -54,8 +54,6 @@ public:
     std::string getSplashPageUrl() const;
     /// URL of the first installation page with all that is known of the machine, escaped as a whole.
     std::string getFirstInstallationPageUrl() const;
-    /// Does nothing.
-    void webViewDidStartProvisionalLoadForFrame(WebView& sender, WebFrame& frame) override;
     /// Goes on from the splash page to the first installation page, and runs command URLs.
     void webViewDidFinishLoadForFrame(WebView& sender, WebFrame& frame) override;
 

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "config/ConfigurationKeys.h"
 #include "config/DictionaryLookup.h"
 #include "foundation/Log.h"
 #include "platform/URLParser.h"
@@ -20,8 +21,6 @@ constexpr auto lossMemory = 1min;
 
 }  // namespace
 
-void AppDelegate::webViewDidStartProvisionalLoadForFrame(WebView&, WebFrame&) {}
-
 void AppDelegate::webViewDidFinishLoadForFrame(WebView&, WebFrame& frame) {
     if (&frame != &webView->mainFrame())
         return;
@@ -33,7 +32,7 @@ void AppDelegate::webViewDidFinishLoadForFrame(WebView&, WebFrame& frame) {
         navigateTo(getFirstInstallationPageUrl());
         return;
     }
-    if (frameUrl.starts_with(GetStringFromDict(config(), "commandUrlPrefix"))) {
+    if (frameUrl.starts_with(GetStringFromDict(config(), configuration::commandUrlPrefix))) {
         const auto url = platform.urls.URLWithString(frameUrl);
         executeUrlQuery(url ? url->query : std::nullopt);
     }

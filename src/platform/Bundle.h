@@ -18,8 +18,4 @@ public:
     virtual Dictionary infoDictionary() const = 0;
 };
 
-/// The name of the product, which titles the window: CFBundleDisplayName, or "Installer" when that is
-/// missing.
-std::string displayName(const Bundle& bundle);
-
 }  // namespace vok

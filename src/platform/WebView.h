@@ -20,27 +20,28 @@ public:
     virtual void loadRequest(const std::string& url) = 0;
 };
 
+/// The delegates do nothing, or allow, unless overridden.
 class WebFrameLoadDelegate {
 public:
     virtual ~WebFrameLoadDelegate() = default;
 
     /// A load has begun in `frame`; it may still fail.
-    virtual void webViewDidStartProvisionalLoadForFrame(WebView& webView, WebFrame& frame) = 0;
+    virtual void webViewDidStartProvisionalLoadForFrame(WebView&, WebFrame&) {}
 
     /// The page in `frame` has loaded to its end, or as far as it let itself be loaded. Never called for a
     /// failed load, nor for the page that a backend shows in place of one.
-    virtual void webViewDidFinishLoadForFrame(WebView& webView, WebFrame& frame) = 0;
+    virtual void webViewDidFinishLoadForFrame(WebView&, WebFrame&) {}
 
     /// The process that drew the page is gone, and the page with it. A new load starts a new process.
-    virtual void webViewWebContentProcessDidTerminate(WebView& webView) = 0;
+    virtual void webViewWebContentProcessDidTerminate(WebView&) {}
 };
 
-/// Answers one navigation decision; exactly one call.
+/// Answers one navigation decision; exactly one call. What is not used does not load.
 class WebPolicyDecisionListener {
 public:
     virtual ~WebPolicyDecisionListener() = default;
     virtual void use() = 0;
-    virtual void ignore() = 0;
+    virtual void ignore() {}
 };
 
 class WebPolicyDelegate {
@@ -48,8 +49,10 @@ public:
     virtual ~WebPolicyDelegate() = default;
 
     /// Asked before every navigation of every frame; answers through `listener` before it returns.
-    virtual void webViewDecidePolicyForNavigationAction(WebView& webView, const std::string& requestURL,
-                                                        WebPolicyDecisionListener& listener) = 0;
+    virtual void webViewDecidePolicyForNavigationAction(WebView&, const std::string& /*requestURL*/,
+                                                        WebPolicyDecisionListener& listener) {
+        listener.use();
+    }
 };
 
 class WebUIDelegate {
@@ -58,7 +61,9 @@ public:
 
     /// A page asks for a new window. The view returned is the one that then loads `requestURL`, asking for a
     /// navigation decision first.
-    virtual WebView& webViewCreateWebViewWithRequest(WebView& webView, const std::string& requestURL) = 0;
+    virtual WebView& webViewCreateWebViewWithRequest(WebView& sender, const std::string& /*requestURL*/) {
+        return sender;
+    }
 };
 
 /// The one web view of the main window. Every call and every callback is on the main thread.
@@ -72,10 +77,10 @@ public:
     /// URL of the main frame, as the engine normalises it; nothing before the first load.
     virtual std::optional<std::string> mainFrameURL() const = 0;
 
-    /// Does the view close together with its window?
-    virtual void setShouldCloseWithWindow(bool close) = 0;
+    /// Does the view close together with its window? A view that is a part of its window always does.
+    virtual void setShouldCloseWithWindow(bool) {}
 
-    /// Does the view go on loading, drawing and running timers at full speed while its window is hidden?
+    /// Does the view load, draw and run timers at full speed while its window is hidden?
     virtual void setShouldUpdateWhileOffscreen(bool update) = 0;
 
     /// The delegates are borrowed and outlive the view.

@@ -1,5 +1,5 @@
-#include "platform/FailurePage.h"
 #include "platform/gtk/services/GlibURLParser.h"
+#include "platform/shared/FailurePage.h"
 
 #include <gtest/gtest.h>
 

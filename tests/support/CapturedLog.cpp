@@ -1,4 +1,4 @@
-#include "platform/Log.h"
+#include "foundation/Log.h"
 #include "support/InstallerTest.h"
 
 static std::vector<std::string> lines;

@@ -8,6 +8,7 @@
 #include "platform/macos/Services.h"
 #include "platform/macos/Walls.h"
 #include "platform/macos/WebKitView.h"
+#include "platform/shared/WindowTitle.h"
 
 /// Calls a function when it is told to. The run loop keeps it until then.
 @interface VOKDeferredCall : NSObject
@@ -46,7 +47,7 @@ public:
 /// Window, web view and the delegate that drives them.
 struct Installer {
     explicit Installer(const ApplicationDelegateMaker& makeDelegate)
-        : window(displayName(bundle), webView.nsView()),
+        : window(windowTitle(bundle), webView.nsView()),
           delegate(
               makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
     }
@@ -107,7 +108,7 @@ struct Installer {
 - (void)finishLaunching {
     vok::calledFromCocoa([&] {
         NSWindow.allowsAutomaticWindowTabbing = NO;
-        vok::buildMainMenu(self, vok::toNSString(vok::displayName(vok::MainBundle())));
+        vok::buildMainMenu(self, vok::toNSString(vok::windowTitle(vok::MainBundle())));
         installer = std::make_unique<vok::Installer>(self.delegateMaker);
         callbacks = [[VOKApplicationDelegate alloc] init];
         callbacks.told = installer->delegate.get();

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "platform/Window.h"
-
-#include <deque>
-#include <functional>
+#include "platform/shared/SheetQueue.h"
 
 #import <AppKit/AppKit.h>
 
@@ -22,13 +20,12 @@ public:
     void beginAlertSheet(AlertStyle style, const std::string& title, const std::string& defaultButton,
                          const std::string& message) override;
 
-    /// Shows the next sheet that waits, unless one is open.
-    void showNextSheet();
+    void showNextSheet() { sheets.showNext(); }
 
 private:
     NSWindow* window;
     VOKSheetObserver* sheetObserver;  ///< the window does not retain it
-    std::deque<std::function<void()>> waitingSheets;
+    SheetQueue sheets{[this] { return !window.attachedSheet; }};
 };
 
 }  // namespace vok

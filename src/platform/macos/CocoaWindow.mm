@@ -55,26 +55,19 @@ void CocoaWindow::performMiniaturize() {
 
 void CocoaWindow::beginAlertSheet(AlertStyle style, const std::string& title,
                                   const std::string& defaultButton, const std::string& message) {
-    waitingSheets.push_back([=, this] {
+    sheets.add([=, this] {
+        callCocoa([&] {
 #pragma clang diagnostic push
 #pragma clang diagnostic ignored "-Wdeprecated-declarations"
-        const auto beginSheet =
-            style == AlertStyle::critical ? NSBeginCriticalAlertSheet : NSBeginInformationalAlertSheet;
+            const auto beginSheet =
+                style == AlertStyle::critical ? NSBeginCriticalAlertSheet : NSBeginInformationalAlertSheet;
 #pragma clang diagnostic pop
-        beginSheet(toNSString(title), toNSString(defaultButton), nil, nil, window, nil, nullptr, nullptr,
-                   nullptr, @"%@", toNSString(message));
-        // Else neither Quit nor a command could end the application while the sheet is open.
-        window.attachedSheet.preventsApplicationTerminationWhenModal = NO;
+            beginSheet(toNSString(title), toNSString(defaultButton), nil, nil, window, nil, nullptr, nullptr,
+                       nullptr, @"%@", toNSString(message));
+            // Else neither Quit nor a command could end the application while the sheet is open.
+            window.attachedSheet.preventsApplicationTerminationWhenModal = NO;
+        });
     });
-    showNextSheet();
-}
-
-void CocoaWindow::showNextSheet() {
-    if (waitingSheets.empty() || window.attachedSheet)
-        return;
-    const auto beginSheet = std::move(waitingSheets.front());
-    waitingSheets.pop_front();
-    callCocoa(beginSheet);
 }
 
 }  // namespace vok

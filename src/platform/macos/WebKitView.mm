@@ -1,10 +1,11 @@
 #include "platform/macos/WebKitView.h"
 
 #include "foundation/Log.h"
-#include "platform/FailurePage.h"
 #include "platform/macos/Bridging.h"
 #include "platform/macos/Walls.h"
 #include "platform/macos/WebViewDelegate.h"
+#include "platform/shared/FailurePage.h"
+#include "platform/shared/LoadFailure.h"
 
 /// The engine's view without its keys for the history: back at a command URL, the command would run again. A
 /// page's own history.back() does not come this way.
@@ -47,7 +48,7 @@ void WebKitFrame::loadRequest(const std::string& url) {
         if (target.scheme)
             [frame loadRequest:[NSURLRequest requestWithURL:target]];
         else
-            showFailurePage(url, "This is not the address of a page.");
+            showFailurePage(url, failure::notAnAddress);
     });
 }
 

@@ -1,8 +1,8 @@
 #include "platform/macos/WebViewDelegate.h"
 
-#include "platform/FailurePage.h"
 #include "platform/macos/Bridging.h"
 #include "platform/macos/Walls.h"
+#include "platform/shared/LoadFailure.h"
 
 namespace vok {
 
@@ -27,14 +27,9 @@ bool isFailurePage(WebDataSource* source) { return source.unreachableURL != nil;
 
 bool isMain(EngineFrame* frame) { return frame == [[frame webView] mainFrame]; }
 
-/// The engine's own player takes over a load of sound or video.
-constexpr NSInteger errorPlugInWillHandleLoad = 204;  // of WebKitErrorDomain; the name is in no public header
-
-/// A load that another load, a decision or a player has ended: no failure.
-bool isInterruption(NSError* error) {
+bool wasInterrupted(NSError* error) {
     if ([error.domain isEqualToString:WebKitErrorDomain])
-        return error.code == WebKitErrorFrameLoadInterruptedByPolicyChange ||
-               error.code == errorPlugInWillHandleLoad;
+        return isInterruption(error.code);
     return [error.domain isEqualToString:NSURLErrorDomain] && error.code == NSURLErrorCancelled;
 }
 
@@ -113,7 +108,7 @@ std::string urlOf(NSURLRequest* request) {
 
 - (void)didFail:(NSError*)error inFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
-        if (!vok::isMain(frame) || vok::isInterruption(error))
+        if (!vok::isMain(frame) || vok::wasInterrupted(error))
             return;
         NSString* const url = [error.userInfo objectForKey:NSURLErrorFailingURLStringErrorKey];
         self.view->mainFrame().showFailurePage(vok::toOptionalText(url).value_or(std::string()),
@@ -149,7 +144,7 @@ std::string urlOf(NSURLRequest* request) {
         [listener ignore];
         if (vok::isMain(frame))
             self.view->mainFrame().showFailurePage(vok::urlOf(request),
-                                                   vok::unsupportedTypeReason(vok::toText(type)));
+                                                   vok::failure::unsupportedType(vok::toText(type)));
     });
 }
 

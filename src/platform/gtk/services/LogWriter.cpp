@@ -1,4 +1,4 @@
-#include "platform/Log.h"
+#include "foundation/Log.h"
 
 #include "platform/gtk/support/ZeroBytes.h"
 

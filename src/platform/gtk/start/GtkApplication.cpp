@@ -3,6 +3,7 @@
 #include "foundation/Log.h"
 #include "platform/gtk/start/KeyboardShortcuts.h"
 #include "platform/gtk/start/Sandbox.h"
+#include "platform/shared/WindowTitle.h"
 
 #include <glibmm/main.h>
 #include <gtkmm/icontheme.h>
@@ -73,7 +74,7 @@ void GtkApplication::showPages() {
 
 void GtkApplication::showRefusal(const char* reason) {
     Log("%s", reason);
-    refusal = std::make_unique<GtkWindow>(displayName(bundle), application->get_id());
+    refusal = std::make_unique<GtkWindow>(windowTitle(bundle), application->get_id());
     application->add_window(refusal->gtkWindow());
     refusal->beginAlertSheet(
         {AlertStyle::critical, "Error", "OK", reason, {}, [this](bool) { terminate(); }});

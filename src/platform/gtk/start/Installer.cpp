@@ -1,13 +1,13 @@
 #include "platform/gtk/start/Installer.h"
 
-#include "platform/Bundle.h"
+#include "platform/shared/WindowTitle.h"
 
 namespace vok {
 
 Installer::Installer(Application& application, const Bundle& bundle, const PropertyListReader& propertyLists,
                      bool plainRenderer, const std::string& iconName,
                      const ApplicationDelegateMaker& makeDelegate)
-    : window(displayName(bundle), iconName),
+    : window(windowTitle(bundle), iconName),
       webView(
           plainRenderer, [this](double progress) { window.showLoadProgress(progress); },
           [this](Alert alert) { window.beginAlertSheet(std::move(alert)); }),

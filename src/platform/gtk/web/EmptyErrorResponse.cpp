@@ -1,8 +1,8 @@
 #include "platform/gtk/web/EmptyErrorResponse.h"
 
 #include "foundation/Shielded.h"
-#include "foundation/StringWithFormat.h"
 #include "platform/gtk/support/Signal.h"
+#include "platform/shared/LoadFailure.h"
 
 #include <libsoup/soup.h>
 
@@ -11,7 +11,7 @@ namespace vok {
 namespace {
 
 constexpr guint firstErrorStatus = 400;
-constexpr gsize emptyLength = 1;  // WebKitGTK gives a byte of its own for a page of none
+constexpr gsize emptyLength = 1;  // WebKitGTK adds one byte to an empty body
 
 struct Question {
     GObjectPtr<WebKitWebView> view;
@@ -23,8 +23,7 @@ struct Question {
             return;
         const auto status = webkit_uri_response_get_status_code(webkit_web_resource_get_response(page));
         tell(webkit_web_resource_get_uri(page),
-             StringWithFormat("The server answered %d %s.", static_cast<int>(status),
-                              soup_status_get_phrase(status)));
+             failure::emptyErrorResponse(static_cast<int>(status), soup_status_get_phrase(status)));
     }
 };
 

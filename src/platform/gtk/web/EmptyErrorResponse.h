@@ -7,8 +7,8 @@
 
 namespace vok {
 
-/// The page that `view` has just loaded may be the answer of an error, such as 404, without a word in it.
-/// Calls `tell` then, a little later, with its address and the reason, unless the view has gone on.
+/// Calls `tell` with address and reason, a little later, if the page that `view` has just loaded is an HTTP
+/// error with an empty body and is still there.
 void findEmptyErrorResponse(WebKitWebView* view,
                             std::function<void(const char* url, const std::string& reason)> tell);
 

@@ -1,5 +1,7 @@
 #include "platform/gtk/web/WebKitView.h"
 
+#include "platform/shared/LoadFailure.h"
+
 namespace vok {
 
 namespace {
@@ -17,7 +19,6 @@ class NewWindowListener final : public WebPolicyDecisionListener {
 public:
     NewWindowListener(WebView& target, const std::string& requested) : view(target), url(requested) {}
     void use() override { view.mainFrame().loadRequest(url); }
-    void ignore() override {}
 
 private:
     WebView& view;
@@ -82,8 +83,7 @@ void WebKitView::activateShown() {
 void WebKitView::loadStarted(NativeWebView& view) {
     if (&view == shown.get())
         activateShown();
-    if (frameLoadDelegate)
-        frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*this, *this);
+    frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*this, *this);
 }
 
 void WebKitView::loadCommitted(NativeWebView& view) {
@@ -96,7 +96,7 @@ void WebKitView::loadCommitted(NativeWebView& view) {
 }
 
 void WebKitView::loadFinished(NativeWebView& view) {
-    if (&view != active || !frameLoadDelegate)
+    if (&view != active)
         return;
     frameLoadDelegate->webViewDidFinishLoadForFrame(*this, *this);
     if (&view == active)
@@ -106,20 +106,15 @@ void WebKitView::loadFinished(NativeWebView& view) {
 /// Nothing is lost with a process that only waited for a load, which will start another.
 void WebKitView::processTerminated(NativeWebView& view) {
     const bool lost = &view == shown.get() || &view == active;
-    if (lost && frameLoadDelegate)
+    if (lost)
         frameLoadDelegate->webViewWebContentProcessDidTerminate(*this);
 }
 
 void WebKitView::decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) {
-    if (policyDelegate)
-        policyDelegate->webViewDecidePolicyForNavigationAction(*this, requestURL, listener);
-    else
-        listener.use();
+    policyDelegate->webViewDecidePolicyForNavigationAction(*this, requestURL, listener);
 }
 
 void WebKitView::newWindowRequested(const std::string& requestURL) {
-    if (!uiDelegate || !policyDelegate)
-        return;
     auto& target = uiDelegate->webViewCreateWebViewWithRequest(*this, requestURL);
     NewWindowListener listener(target, requestURL);
     policyDelegate->webViewDecidePolicyForNavigationAction(target, requestURL, listener);
@@ -127,7 +122,7 @@ void WebKitView::newWindowRequested(const std::string& requestURL) {
 
 void WebKitView::onDownload(WebKitWebView* view, const char* url) {
     auto& beginner = next && next->is(view) ? *next : *shown;
-    beginner.showFailurePage(url, "It is a file to download, which cannot be shown here.");
+    beginner.showFailurePage(url, failure::download);
 }
 
 void WebKitView::alertRequested(Alert alert) { showSheet(std::move(alert)); }

@@ -28,8 +28,6 @@ public:
 
     WebFrame& mainFrame() override { return *this; }
     std::optional<std::string> mainFrameURL() const override;
-    /// Always true: the view is a part of its window.
-    void setShouldCloseWithWindow(bool) override {}
     void setShouldUpdateWhileOffscreen(bool update) override;
     void setFrameLoadDelegate(WebFrameLoadDelegate& delegate) override { frameLoadDelegate = &delegate; }
     void setPolicyDelegate(WebPolicyDelegate& delegate) override { policyDelegate = &delegate; }
@@ -58,9 +56,11 @@ private:
 
     std::function<void(double)> onProgress;
     std::function<void(Alert)> showSheet;
-    WebFrameLoadDelegate* frameLoadDelegate = nullptr;
-    WebPolicyDelegate* policyDelegate = nullptr;
-    WebUIDelegate* uiDelegate = nullptr;
+    struct : WebFrameLoadDelegate, WebPolicyDelegate, WebUIDelegate {
+    } noDelegate;
+    WebFrameLoadDelegate* frameLoadDelegate = &noDelegate;
+    WebPolicyDelegate* policyDelegate = &noDelegate;
+    WebUIDelegate* uiDelegate = &noDelegate;
     Gtk::Overlay layers;
     WebKitSession session;
     std::unique_ptr<NativeWebView> shown;

@@ -15,7 +15,7 @@ GtkWindow::GtkWindow(const std::string& title, const std::string& iconName) {
     window.set_icon_name(iconName);
     window.set_default_size(900, 680);
     window.set_child(overlay);
-    window.signal_map().connect([this] { Glib::signal_idle().connect_once([this] { showNextAlert(); }); });
+    window.signal_map().connect([this] { Glib::signal_idle().connect_once([this] { sheets.showNext(); }); });
 }
 
 void GtkWindow::setPage(Gtk::Widget& page) {
@@ -33,8 +33,7 @@ void GtkWindow::beginAlertSheet(AlertStyle style, const std::string& title, cons
 }
 
 void GtkWindow::beginAlertSheet(Alert alert) {
-    waitingAlerts.push_back(std::move(alert));
-    showNextAlert();
+    sheets.add([this, alert = std::move(alert)] { show(alert); });
 }
 
 void GtkWindow::showLoadProgress(double progress) {
@@ -42,12 +41,8 @@ void GtkWindow::showLoadProgress(double progress) {
     progressBar.set_visible(progress > 0 && progress < 1);
 }
 
-/// A sheet that is shown before its window would lie behind it.
-void GtkWindow::showNextAlert() {
-    if (openSheet || waitingAlerts.empty() || !window.get_mapped())
-        return;
-    openSheet = std::make_unique<AlertSheet>(window, std::move(waitingAlerts.front()));
-    waitingAlerts.pop_front();
+void GtkWindow::show(Alert alert) {
+    openSheet = std::make_unique<AlertSheet>(window, std::move(alert));
     // Closing destroys the window at once. One that is only hidden stays in the toolkit's list, and an
     // assistive program that asks for it crashes the toolkit (seen with GTK 4.8).
     openSheet->signal_close_request().connect(
@@ -55,7 +50,7 @@ void GtkWindow::showNextAlert() {
             Glib::signal_idle().connect_once([this] {
                 const auto ended = std::exchange(openSheet, nullptr);
                 ended->reportEnd();
-                showNextAlert();
+                sheets.showNext();
             });
             return false;
         },

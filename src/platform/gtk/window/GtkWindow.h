@@ -2,12 +2,12 @@
 
 #include "platform/Window.h"
 #include "platform/gtk/window/AlertSheet.h"
+#include "platform/shared/SheetQueue.h"
 
 #include <gtkmm/applicationwindow.h>
 #include <gtkmm/overlay.h>
 #include <gtkmm/progressbar.h>
 
-#include <deque>
 #include <memory>
 
 namespace vok {
@@ -31,13 +31,14 @@ public:
     Gtk::ApplicationWindow& gtkWindow() { return window; }
 
 private:
-    void showNextAlert();
+    void show(Alert alert);
 
     Gtk::ApplicationWindow window;
     Gtk::Overlay overlay;
     Gtk::ProgressBar progressBar;
-    std::deque<Alert> waitingAlerts;
     std::unique_ptr<AlertSheet> openSheet;
+    /// A sheet that is shown before its window would lie behind it.
+    SheetQueue sheets{[this] { return !openSheet && window.get_mapped(); }};
 };
 
 }  // namespace vok

@@ -1,0 +1,17 @@
+# Gives a target and those that link to it the headers it is made of, and no others: an include directory of links,
+# since the sources of all targets share one tree. Each argument is a file or a directory, relative to src.
+function(vok_headers target)
+  get_target_property(type ${target} TYPE)
+  set(visibility PUBLIC)
+  if(type STREQUAL INTERFACE_LIBRARY)
+    set(visibility INTERFACE)
+  endif()
+  set(root "${CMAKE_BINARY_DIR}/headers/${target}")
+  file(REMOVE_RECURSE "${root}")
+  foreach(name IN LISTS ARGN)
+    cmake_path(GET name PARENT_PATH parent)
+    file(MAKE_DIRECTORY "${root}/${parent}")
+    file(CREATE_LINK "${PROJECT_SOURCE_DIR}/src/${name}" "${root}/${name}" SYMBOLIC)
+  endforeach()
+  target_include_directories(${target} ${visibility} "${root}")
+endfunction()
