@@ -2,7 +2,6 @@
 set(bundle "${CMAKE_BINARY_DIR}/Vok Installer.app")
 set(tools_dir "Contents/MacOS/Tools")
 set(icons_dir "Contents/Resources/icons/hicolor/scalable/apps")
-option(VOK_DEMO "Put the demo's tools and configuration into the bundle, and let it load the demo's pages" ON)
 
 if(APPLE)
   if(VOK_DEMO)
@@ -22,10 +21,9 @@ if(VOK_DEMO)
   foreach(tool IN LISTS tools)
     configure_file("examples/demo/Tools/${tool}" "${bundle}/${tools_dir}/${tool}" COPYONLY)
   endforeach()
+  # For scripts/package, which makes the demo's package as scripts/brand makes every other product's.
+  configure_file(examples/demo/product.conf.in "${CMAKE_BINARY_DIR}/examples/demo/product.conf" @ONLY)
 endif()
-
-# For scripts/package, which makes the demo's package as scripts/brand makes every other product's.
-configure_file(examples/demo/product.conf.in "${CMAKE_BINARY_DIR}/examples/demo/product.conf" @ONLY)
 
 install(DIRECTORY "${bundle}" DESTINATION . USE_SOURCE_PERMISSIONS)
 

@@ -12,12 +12,11 @@
 
 using namespace Poco::Net;
 
-std::string Download(const std::string& address) {
+std::string download(const std::string& address) {
     try {
         const Poco::URI uri(address);
-        if (uri.getScheme() != "http" || uri.getHost().empty()) {
+        if (uri.getScheme() != "http" || uri.getHost().empty())
             throw std::runtime_error("'" + address + "' is not an http address.");
-        }
         HTTPClientSession session(uri.getHost(), uri.getPort());
         session.setTimeout(Poco::Timespan(10, 0));
         HTTPRequest request(HTTPRequest::HTTP_GET, uri.getPathEtc().empty() ? "/" : uri.getPathEtc(),
@@ -32,9 +31,8 @@ std::string Download(const std::string& address) {
                                      std::to_string(response.getStatus()) + " " + response.getReason() + ".");
         }
         if (response.hasContentLength() &&
-            static_cast<std::size_t>(response.getContentLength64()) != content.size()) {
+            static_cast<std::size_t>(response.getContentLength64()) != content.size())
             throw std::runtime_error("The download of '" + address + "' was cut short.");
-        }
         return content;
     } catch (const Poco::Exception& exception) {
         throw std::runtime_error("'" + address + "' cannot be downloaded: " + exception.displayText() + ".");

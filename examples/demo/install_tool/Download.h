@@ -5,4 +5,4 @@
 /// The content at an http address. Raises std::runtime_error with a sentence for the user when the address is
 /// none, the server does not answer in time or answers with anything but success, or the content is cut
 /// short.
-std::string Download(const std::string& address);
+std::string download(const std::string& address);

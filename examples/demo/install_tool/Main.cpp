@@ -16,35 +16,33 @@ namespace {
 constexpr auto actions = std::to_array<std::string_view>({"install", "upgrade", "repair", "uninstall"});
 
 /// What went wrong, as a sentence for the user.
-std::string Reason(const std::exception& exception) {
-    if (const auto file = dynamic_cast<const std::filesystem::filesystem_error*>(&exception)) {
+std::string reason(const std::exception& exception) {
+    if (const auto file = dynamic_cast<const std::filesystem::filesystem_error*>(&exception))
         return file->path1().string() + " cannot be changed: " + file->code().message() + ".";
-    }
     return exception.what();
 }
 
 /// Does the work and reports its end, good or bad: the page waits for it.
-void PerformAndReport(const std::string& action, const Arguments& arguments) {
+void performAndReport(const std::string& action, const Arguments& arguments) {
     const Reporter reporter(arguments.get("reportUrl"), arguments.find("pid").value_or(""),
                             arguments.find("agentId").value_or(""), action);
     try {
-        const auto outcome = Perform(action, arguments, reporter);
+        const auto outcome = perform(action, arguments, reporter);
         reporter.succeeded(outcome.message, outcome.version);
     } catch (const std::exception& exception) {
-        reporter.failed(Reason(exception));
+        reporter.failed(reason(exception));
         throw;
     }
 }
 
-void Run(const Arguments& arguments) {
+void run(const Arguments& arguments) {
     const auto command = Poco::toLower(arguments.get("command"));
-    if (command == "print_installed_product_info") {
-        std::cout << InstalledProductInfo(arguments) << std::endl;
-    } else if (std::ranges::find(actions, command) != actions.end()) {
-        PerformAndReport(command, arguments);
-    } else {
+    if (command == "print_installed_product_info")
+        std::cout << installedProductInfo(arguments) << std::endl;
+    else if (std::ranges::find(actions, command) != actions.end())
+        performAndReport(command, arguments);
+    else
         throw std::runtime_error("The command '" + command + "' is unknown.");
-    }
 }
 
 }  // namespace
@@ -52,10 +50,10 @@ void Run(const Arguments& arguments) {
 int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);
     try {
-        Run(Arguments(argc, argv));
+        run(Arguments(argc, argv));
         return 0;
     } catch (const std::exception& exception) {
-        std::cerr << "demo-install-tool: " << Reason(exception) << '\n';
+        std::cerr << "demo-install-tool: " << reason(exception) << '\n';
         return 1;
     }
 }

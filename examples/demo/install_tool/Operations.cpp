@@ -1,8 +1,8 @@
 #include "Operations.h"
 
-#include "Download.h"
 #include "Package.h"
 #include "Product.h"
+#include "Download.h"
 
 #include <Poco/JSONString.h>
 
@@ -15,20 +15,18 @@ namespace {
 const std::string product(productName);
 
 /// Reports a step, then rests for a moment: the demo's files are small, and its progress is meant to be seen.
-void Step(const Reporter& reporter, int percent, const std::string& message) {
+void step(const Reporter& reporter, int percent, const std::string& message) {
     reporter.progress(percent, message);
     std::this_thread::sleep_for(std::chrono::milliseconds(700));
 }
 
-void CheckVersions(const std::string& action, const std::string& offered,
+void checkVersions(const std::string& action, const std::string& offered,
                    const std::optional<std::string>& installed) {
-    if (action == "install") {
+    if (action == "install")
         return;
-    }
-    if (!installed) {
+    if (!installed)
         throw std::runtime_error(product + " is not installed, so there is nothing to " + action + ".");
-    }
-    if (action == "upgrade" && !IsOlder(*installed, offered)) {
+    if (action == "upgrade" && !isOlder(*installed, offered)) {
         throw std::runtime_error(product + " " + *installed + " is installed, and " + offered +
                                  " is not newer.");
     }
@@ -38,24 +36,24 @@ void CheckVersions(const std::string& action, const std::string& offered,
     }
 }
 
-Outcome Install(const std::string& action, const Arguments& arguments, const Reporter& reporter) {
+Outcome install(const std::string& action, const Arguments& arguments, const Reporter& reporter) {
     const auto targetDir = arguments.get("targetDir");
     const auto configTemplateUrl = arguments.get("configTemplateUrl");
     const auto installerUrl = arguments.get("installerUrl");
 
-    Step(reporter, 5, "Looking at the target directory");
+    step(reporter, 5, "Looking at the target directory");
     Product target(targetDir, action == "install");
-    Step(reporter, 20, "Downloading the configuration");
-    const auto configTemplate = Download(configTemplateUrl);
-    Step(reporter, 40, "Downloading " + product);
-    const auto package = ReadPackage(Download(installerUrl));
-    Step(reporter, 60, "Checking version " + package.version);
-    CheckVersions(action, package.version, InstalledVersion(targetDir));
-    Step(reporter, 75, "Copying files");
+    step(reporter, 20, "Downloading the configuration");
+    const auto configTemplate = download(configTemplateUrl);
+    step(reporter, 40, "Downloading " + product);
+    const auto package = readPackage(download(installerUrl));
+    step(reporter, 60, "Checking version " + package.version);
+    checkVersions(action, package.version, installedVersion(targetDir));
+    step(reporter, 75, "Copying files");
     target.replace(package.content,
-                   FillTemplate(configTemplate, arguments.get("agentId"), package.version, targetDir),
+                   fillTemplate(configTemplate, arguments.get("agentId"), package.version, targetDir),
                    package.version);
-    Step(reporter, 95, "Cleaning up");
+    step(reporter, 95, "Cleaning up");
 
     const auto done = action == "install"   ? " is installed."
                       : action == "upgrade" ? " is up to date."
@@ -63,24 +61,24 @@ Outcome Install(const std::string& action, const Arguments& arguments, const Rep
     return {product + " " + package.version + done, package.version};
 }
 
-Outcome Uninstall(const Arguments& arguments, const Reporter& reporter) {
+Outcome uninstall(const Arguments& arguments, const Reporter& reporter) {
     const auto targetDir = arguments.get("targetDir");
-    Step(reporter, 10, "Looking for " + product);
+    step(reporter, 10, "Looking for " + product);
     Product target(targetDir, false);
-    Step(reporter, 40, "Stopping " + product);
-    Step(reporter, 70, "Removing files");
+    step(reporter, 40, "Stopping " + product);
+    step(reporter, 70, "Removing files");
     target.remove();
     return {product + " has been removed from this computer.", ""};
 }
 
 }  // namespace
 
-Outcome Perform(const std::string& action, const Arguments& arguments, const Reporter& reporter) {
-    return action == "uninstall" ? Uninstall(arguments, reporter) : Install(action, arguments, reporter);
+Outcome perform(const std::string& action, const Arguments& arguments, const Reporter& reporter) {
+    return action == "uninstall" ? uninstall(arguments, reporter) : install(action, arguments, reporter);
 }
 
-std::string InstalledProductInfo(const Arguments& arguments) {
-    const auto version = InstalledVersion(arguments.get("targetDir"));
+std::string installedProductInfo(const Arguments& arguments) {
+    const auto version = installedVersion(arguments.get("targetDir"));
     const auto members = version ? R"("installed": 1, "version": )" + Poco::toJSON(*version)
                                  : std::string(R"("installed": 0)");
     return arguments.find("print_info_prefix").value_or("{") + members +

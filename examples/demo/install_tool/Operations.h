@@ -13,9 +13,9 @@ struct Outcome {
 
 /// Does "install", "upgrade", "repair" or "uninstall" as the arguments say, reporting every step. Raises
 /// std::exception with a sentence for the user and leaves the product as it was.
-Outcome Perform(const std::string& action, const Arguments& arguments, const Reporter& reporter);
+Outcome perform(const std::string& action, const Arguments& arguments, const Reporter& reporter);
 
 /// The record of the installed product between the texts `print_info_prefix` and `print_info_suffix`: the
 /// members "installed" (1 or 0) and, when installed, "version". Without these two texts, between plain
 /// braces.
-std::string InstalledProductInfo(const Arguments& arguments);
+std::string installedProductInfo(const Arguments& arguments);

@@ -13,11 +13,11 @@ struct Package {
 
 /// Raises std::runtime_error with a sentence for the user when the content is no whole package of this
 /// product.
-Package ReadPackage(std::string content);
+Package readPackage(std::string content);
 
 /// The configuration template with {{agentId}}, {{version}} and {{targetDir}} filled in.
-std::string FillTemplate(std::string text, const std::string& agentId, const std::string& version,
+std::string fillTemplate(std::string text, const std::string& agentId, const std::string& version,
                          const std::string& targetDir);
 
 /// Whether the dotted version `left` comes before `right`; number by number, so 1.9 is before 1.10.
-bool IsOlder(const std::string& left, const std::string& right);
+bool isOlder(const std::string& left, const std::string& right);

@@ -24,31 +24,28 @@ constexpr std::string_view releasePrefix = "release-";
 constexpr std::string_view recordFile = "product.record";
 constexpr auto releaseFiles = std::to_array<std::string_view>({"agent.txt", "agent.conf", recordFile});
 
-void WriteFile(const fs::path& file, const std::string& content) {
+void writeFile(const fs::path& file, const std::string& content) {
     std::ofstream stream(file, std::ios::binary);
     stream << content;
     stream.close();
-    if (!stream) {
+    if (!stream)
         throw std::runtime_error("The file '" + file.string() + "' cannot be written.");
-    }
 }
 
 /// Directory of the release in use; nothing when there is none or the link leads anywhere else.
-std::optional<fs::path> CurrentRelease(const fs::path& targetDir) {
+std::optional<fs::path> currentRelease(const fs::path& targetDir) {
     std::error_code error;
     const auto name = fs::read_symlink(targetDir / currentLink, error);
-    if (error || name.has_parent_path() || !name.string().starts_with(releasePrefix)) {
+    if (error || name.has_parent_path() || !name.string().starts_with(releasePrefix))
         return std::nullopt;
-    }
     return targetDir / name;
 }
 
 /// Removes the files of a release and its directory, unless something else was put into it.
-void RemoveRelease(const fs::path& release) noexcept {
+void removeRelease(const fs::path& release) noexcept {
     std::error_code ignored;
-    for (const auto name : releaseFiles) {
+    for (const auto name : releaseFiles)
         fs::remove(release / name, ignored);
-    }
     fs::remove(release, ignored);
 }
 
@@ -61,9 +58,8 @@ public:
         fs::create_directory(path);
     }
     ~NewRelease() {
-        if (!kept) {
-            RemoveRelease(path);
-        }
+        if (!kept)
+            removeRelease(path);
     }
     NewRelease(const NewRelease&) = delete;
     NewRelease& operator=(const NewRelease&) = delete;
@@ -79,20 +75,17 @@ Product::Product(fs::path directoryPath, bool create) : targetDir(std::move(dire
         throw std::runtime_error("The target directory '" + targetDir.string() +
                                  "' is not an absolute path.");
     }
-    if (create) {
+    if (create)
         fs::create_directories(targetDir);
-    }
     lock();
 }
 
 Product::~Product() {
     std::error_code ignored;
-    if (fs::is_empty(targetDir, ignored)) {
+    if (fs::is_empty(targetDir, ignored))
         fs::remove(targetDir, ignored);
-    }
-    if (directory >= 0) {
+    if (directory >= 0)
         close(directory);
-    }
 }
 
 void Product::lock() {
@@ -109,45 +102,42 @@ void Product::lock() {
 
 void Product::replace(const std::string& agent, const std::string& configuration,
                       const std::string& version) {
-    const auto old = CurrentRelease(targetDir);
+    const auto old = currentRelease(targetDir);
     NewRelease release(targetDir);
-    WriteFile(release.path / "agent.txt", agent);
-    WriteFile(release.path / "agent.conf", configuration);
-    WriteFile(release.path / recordFile,
+    writeFile(release.path / "agent.txt", agent);
+    writeFile(release.path / "agent.conf", configuration);
+    writeFile(release.path / recordFile,
               "product=" + std::string(productName) + "\nversion=" + version + "\n");
 
     fs::remove(targetDir / newLink);
     fs::create_directory_symlink(release.path.filename(), targetDir / newLink);
     fs::rename(targetDir / newLink, targetDir / currentLink);
     release.kept = true;
-    if (old) {
-        RemoveRelease(*old);
-    }
+    if (old)
+        removeRelease(*old);
 }
 
 void Product::remove() {
-    const auto release = CurrentRelease(targetDir);
-    if (!release || !InstalledVersion(targetDir)) {
+    const auto release = currentRelease(targetDir);
+    if (!release || !installedVersion(targetDir)) {
         throw std::runtime_error("'" + targetDir.string() + "' does not hold " + std::string(productName) +
                                  ", so nothing was removed.");
     }
     fs::remove(targetDir / currentLink);
-    RemoveRelease(*release);
+    removeRelease(*release);
 }
 
-std::optional<std::string> InstalledVersion(const fs::path& targetDir) {
-    const auto release = CurrentRelease(targetDir);
-    if (!release) {
+std::optional<std::string> installedVersion(const fs::path& targetDir) {
+    const auto release = currentRelease(targetDir);
+    if (!release)
         return std::nullopt;
-    }
     std::ifstream record(*release / recordFile);
     std::optional<std::string> version;
     bool ours = false;
     for (std::string line; std::getline(record, line);) {
         ours = ours || line == "product=" + std::string(productName);
-        if (line.starts_with("version=")) {
+        if (line.starts_with("version="))
             version = line.substr(line.find('=') + 1);
-        }
     }
     return ours ? version : std::nullopt;
 }

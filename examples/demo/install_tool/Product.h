@@ -39,4 +39,4 @@ private:
 };
 
 /// Version of the product installed in the directory; nothing when there is none or it is not this product.
-std::optional<std::string> InstalledVersion(const std::filesystem::path& targetDir);
+std::optional<std::string> installedVersion(const std::filesystem::path& targetDir);

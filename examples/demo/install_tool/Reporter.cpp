@@ -23,9 +23,8 @@ void Reporter::failed(const std::string& message) const { send("finished", "fail
 
 void Reporter::send(const std::string& event, const std::string& result, int percent,
                     const std::string& message, const std::string& version) const {
-    if (reportUrl.empty()) {
+    if (reportUrl.empty())
         return;
-    }
     try {
         Poco::URI uri(reportUrl);
         const std::pair<const char*, std::string> pairs[] = {
@@ -33,12 +32,10 @@ void Reporter::send(const std::string& event, const std::string& result, int per
             {"event", event},     {"result", result},   {"percent", std::to_string(percent)},
             {"message", message}, {"version", version},
         };
-        for (const auto& [name, value] : pairs) {
-            if (!value.empty()) {
+        for (const auto& [name, value] : pairs)
+            if (!value.empty())
                 uri.addQueryParameter(name, value);
-            }
-        }
-        Download(uri.toString());
+        download(uri.toString());
     } catch (const std::exception& exception) {
         std::cerr << "demo-install-tool: A report did not get through: " << exception.what() << '\n';
     }

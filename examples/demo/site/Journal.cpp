@@ -12,12 +12,10 @@ void Journal::write(std::string_view kind, std::string text) {
     std::cout << std::left << std::setw(9) << kind << ' ' << text << std::endl;
 }
 
-std::string QueryText(const Query& query, std::initializer_list<std::string_view> without) {
+std::string queryText(const Query& query, std::initializer_list<std::string_view> without) {
     std::string text;
-    for (const auto& [name, value] : query) {
-        if (std::ranges::find(without, name) == without.end()) {
+    for (const auto& [name, value] : query)
+        if (std::ranges::find(without, name) == without.end())
             text += (text.empty() ? "" : " ") + name + '=' + value;
-        }
-    }
     return text;
 }

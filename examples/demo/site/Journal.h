@@ -18,4 +18,4 @@ private:
 };
 
 /// The pairs as "name=value name=value", without the names in `without`.
-std::string QueryText(const Query& query, std::initializer_list<std::string_view> without = {});
+std::string queryText(const Query& query, std::initializer_list<std::string_view> without = {});

@@ -28,43 +28,39 @@ struct Options {
     std::optional<std::filesystem::path> walkScript;
 };
 
-std::uint16_t ParsePort(const std::string& text) {
+std::uint16_t parsePort(const std::string& text) {
     std::uint16_t port = 0;
     const auto end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, port);
-    if (error != std::errc() || rest != end) {
+    if (error != std::errc() || rest != end)
         throw std::invalid_argument("'" + text + "' is not a port.");
-    }
     return port;
 }
 
-Options ParseOptions(int argc, char** argv) {
+Options parseOptions(int argc, char** argv) {
     Options options;
     for (int i = 1; i < argc; i += 2) {
         const std::string_view name = argv[i];
-        if (i + 1 == argc) {
+        if (i + 1 == argc)
             throw std::invalid_argument("'" + std::string(name) + "' is unknown or lacks its value.");
-        }
         const std::string value = argv[i + 1];
-        if (name == "--port") {
-            options.port = ParsePort(value);
-        } else if (name == "--pages") {
+        if (name == "--port")
+            options.port = parsePort(value);
+        else if (name == "--pages")
             options.pages = value;
-        } else if (name == "--walk") {
+        else if (name == "--walk")
             options.walkScript = value;
-        } else {
+        else
             throw std::invalid_argument("'" + std::string(name) + "' is unknown.");
-        }
     }
-    if (!std::filesystem::is_directory(options.pages)) {
+    if (!std::filesystem::is_directory(options.pages))
         throw std::invalid_argument("The pages directory '" + options.pages.string() + "' does not exist.");
-    }
     return options;
 }
 
 /// The signals that end the server. Blocked before the first server thread starts, so that `main` alone takes
 /// them.
-sigset_t BlockEndSignals() {
+sigset_t blockEndSignals() {
     std::signal(SIGPIPE, SIG_IGN);
     sigset_t signals;
     sigemptyset(&signals);
@@ -74,7 +70,7 @@ sigset_t BlockEndSignals() {
     return signals;
 }
 
-Poco::Net::ServerSocket Listen(std::uint16_t port) {
+Poco::Net::ServerSocket listenOn(std::uint16_t port) {
     try {
         Poco::Net::ServerSocket socket;
         socket.bind({"127.0.0.1", port}, true, false);
@@ -86,9 +82,9 @@ Poco::Net::ServerSocket Listen(std::uint16_t port) {
     }
 }
 
-void Serve(const Options& options) {
-    const auto signals = BlockEndSignals();
-    const auto socket = Listen(options.port);
+void serve(const Options& options) {
+    const auto signals = blockEndSignals();
+    const auto socket = listenOn(options.port);
 
     Site site;
     site.pages = options.pages;
@@ -113,7 +109,7 @@ void Serve(const Options& options) {
 
 int main(int argc, char** argv) {
     try {
-        Serve(ParseOptions(argc, argv));
+        serve(parseOptions(argc, argv));
         return 0;
     } catch (const std::invalid_argument& exception) {
         std::cerr << "vok-demo-site: " << exception.what() << '\n' << usage;

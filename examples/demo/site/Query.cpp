@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <ranges>
 
-std::string PercentDecoded(const std::string& text) {
+std::string percentDecoded(const std::string& text) {
     try {
         std::string decoded;
         Poco::URI::decode(text, decoded);
@@ -16,25 +16,24 @@ std::string PercentDecoded(const std::string& text) {
     }
 }
 
-Query ParseQuery(const std::string& rawQuery) {
+Query parseQuery(const std::string& rawQuery) {
     Query query;
     for (const auto piece : rawQuery | std::views::split('&')) {
         const std::string pair(piece.begin(), piece.end());
         const auto equals = std::min(pair.find('='), pair.size());
-        if (equals == 0) {
+        if (equals == 0)
             continue;
-        }
         const auto value = equals < pair.size() ? pair.substr(equals + 1) : std::string();
-        query.emplace_back(PercentDecoded(pair.substr(0, equals)), PercentDecoded(value));
+        query.emplace_back(percentDecoded(pair.substr(0, equals)), percentDecoded(value));
     }
     return query;
 }
 
-std::string FindInQuery(const Query& query, std::string_view name) {
+std::string findInQuery(const Query& query, std::string_view name) {
     const auto pair = std::ranges::find(query.rbegin(), query.rend(), name, &Query::value_type::first);
     return pair == query.rend() ? std::string() : pair->second;
 }
 
-bool QueryHas(const Query& query, std::string_view name) {
+bool queryHas(const Query& query, std::string_view name) {
     return std::ranges::find(query, name, &Query::value_type::first) != query.end();
 }

@@ -10,13 +10,13 @@ using Query = std::vector<std::pair<std::string, std::string>>;
 
 /// Takes a raw query apart. "+" stays "+"; a malformed escape leaves its text as it came; a pair without
 /// a name is dropped.
-Query ParseQuery(const std::string& rawQuery);
+Query parseQuery(const std::string& rawQuery);
 
 /// Value of the last pair of that name, empty when there is none.
-std::string FindInQuery(const Query& query, std::string_view name);
+std::string findInQuery(const Query& query, std::string_view name);
 
 /// Whether a pair of that name exists.
-bool QueryHas(const Query& query, std::string_view name);
+bool queryHas(const Query& query, std::string_view name);
 
 /// The text with its percent escapes decoded, or unchanged when one of them is malformed.
-std::string PercentDecoded(const std::string& text);
+std::string percentDecoded(const std::string& text);

@@ -14,17 +14,16 @@ void RequestHandler::handleRequest(Poco::Net::HTTPServerRequest& request,
                                    Poco::Net::HTTPServerResponse& reply) {
     const auto& uri = request.getURI();
     const auto mark = std::min(uri.find('?'), uri.size());
-    path = PercentDecoded(uri.substr(0, mark));
-    query = ParseQuery(mark < uri.size() ? uri.substr(mark + 1) : std::string());
+    path = percentDecoded(uri.substr(0, mark));
+    query = parseQuery(mark < uri.size() ? uri.substr(mark + 1) : std::string());
     method = request.getMethod();
     response = &reply;
     try {
         answer();
     } catch (const std::exception& exception) {
         site.journal.write("fault", path + ": " + exception.what());
-        if (!reply.sent()) {
+        if (!reply.sent())
             sendText(exception.what(), HTTPResponse::HTTP_INTERNAL_SERVER_ERROR);
-        }
     }
 }
 
@@ -49,37 +48,35 @@ void RequestHandler::answer() {
         return;
     }
     const auto route = std::ranges::find(routes, path, &Route::path);
-    if (route == routes.end() || (route->walkOnly && !site.walkScript)) {
+    if (route == routes.end() || (route->walkOnly && !site.walkScript))
         answerFile();
-    } else {
+    else
         (this->*route->answer)();
-    }
 }
 
 void RequestHandler::answerCommand() {
-    site.journal.write("command", FindInQuery(query, "command") + ' ' + QueryText(query, {"command"}));
+    site.journal.write("command", findInQuery(query, "command") + ' ' + queryText(query, {"command"}));
     sendFile(site.pages / "working.html", HTTPResponse::HTTP_OK);
 }
 
 void RequestHandler::answerReport() {
     site.progress.store(query);
-    const auto outcome = FindInQuery(query, "event") == "finished" ? FindInQuery(query, "result")
-                                                                   : FindInQuery(query, "percent") + " %";
+    const auto outcome = findInQuery(query, "event") == "finished" ? findInQuery(query, "result")
+                                                                   : findInQuery(query, "percent") + " %";
     site.journal.write("report",
-                       FindInQuery(query, "action") + ' ' + outcome + ' ' + FindInQuery(query, "message"));
+                       findInQuery(query, "action") + ' ' + outcome + ' ' + findInQuery(query, "message"));
     sendText("", HTTPResponse::HTTP_OK);
 }
 
 void RequestHandler::answerProgress() {
     ++site.polls;
-    send(site.progress.toJson(FindInQuery(query, "job")), "application/json", HTTPResponse::HTTP_OK);
+    send(site.progress.toJson(findInQuery(query, "job")), "application/json", HTTPResponse::HTTP_OK);
 }
 
 void RequestHandler::answerFile() {
-    if (path == "/") {
+    if (path == "/")
         path = "/welcome.html";
-    }
-    if (const auto file = FindFile(site.pages, path)) {
+    if (const auto file = findFile(site.pages, path)) {
         noteVisit();
         sendFile(*file, HTTPResponse::HTTP_OK);
         return;
@@ -96,23 +93,22 @@ void RequestHandler::noteVisit() const {
         site.journal.write("download", name);
     } else if (!name.ends_with(".html")) {
         return;
-    } else if (QueryHas(query, "event") && QueryHas(query, "action")) {
-        const auto text = "action=" + FindInQuery(query, "action") +
-                          " result=" + FindInQuery(query, "result") + ' ' +
-                          QueryText(query, {"action", "event", "result"}) + " -> " + name;
+    } else if (queryHas(query, "event") && queryHas(query, "action")) {
+        const auto text = "action=" + findInQuery(query, "action") +
+                          " result=" + findInQuery(query, "result") + ' ' +
+                          queryText(query, {"action", "event", "result"}) + " -> " + name;
         site.journal.write("callback", text);
     } else {
-        site.journal.write(QueryHas(query, "os") ? "start" : "page", name + ' ' + QueryText(query));
-        if (QueryHas(query, "os") && site.walkScript) {
+        site.journal.write(queryHas(query, "os") ? "start" : "page", name + ' ' + queryText(query));
+        if (queryHas(query, "os") && site.walkScript)
             site.walk.waitAtDoors(60s);
-        }
     }
 }
 
 void RequestHandler::answerWalkOrder() {
-    WalkOrders::Order order{.page = FindInQuery(query, "page"),
-                            .action = FindInQuery(query, "action"),
-                            .selector = FindInQuery(query, "selector")};
+    WalkOrders::Order order{.page = findInQuery(query, "page"),
+                            .action = findInQuery(query, "action"),
+                            .selector = findInQuery(query, "selector")};
     const auto done = site.walk.perform(order, 30s);
     if (!done) {
         sendText("'" + order.page + "' did not answer; the page shown is '" + site.walk.currentPage() + "'.",
@@ -123,7 +119,7 @@ void RequestHandler::answerWalkOrder() {
 }
 
 void RequestHandler::answerWalkNext() {
-    const auto order = site.walk.next(FindInQuery(query, "page"), FindInQuery(query, "token"), 20s);
+    const auto order = site.walk.next(findInQuery(query, "page"), findInQuery(query, "token"), 20s);
     send(order ? "{\"number\": " + std::to_string(order->number) + ", \"action\": " +
                      Poco::toJSON(order->action) + ", \"selector\": " + Poco::toJSON(order->selector) + "}"
                : "{}",
@@ -131,8 +127,8 @@ void RequestHandler::answerWalkNext() {
 }
 
 void RequestHandler::answerWalkAnswer() {
-    site.walk.answer(std::stoi(FindInQuery(query, "number")),
-                     {FindInQuery(query, "obeyed") == "yes", FindInQuery(query, "text")});
+    site.walk.answer(std::stoi(findInQuery(query, "number")),
+                     {findInQuery(query, "obeyed") == "yes", findInQuery(query, "text")});
     sendText("", HTTPResponse::HTTP_OK);
 }
 
@@ -147,13 +143,13 @@ void RequestHandler::answerWalkDoors() {
 }
 
 void RequestHandler::sendFile(const std::filesystem::path& file, HTTPResponse::HTTPStatus status) {
-    const auto mediaType = MediaType(file);
-    auto body = ReadFile(file);
+    const auto type = mediaType(file);
+    const bool isPage = type.starts_with("text/html");
+    auto body = isPage ? readPage(file) : readFile(file);
     const auto end = body.rfind("</body>");
-    if (site.walkScript && mediaType.starts_with("text/html") && end != std::string::npos) {
-        body.insert(end, "<script>\n" + ReadFile(*site.walkScript) + "</script>\n");
-    }
-    send(body, mediaType, status);
+    if (site.walkScript && isPage && end != std::string::npos)
+        body.insert(end, "<script>\n" + readFile(*site.walkScript) + "</script>\n");
+    send(body, type, status);
 }
 
 void RequestHandler::sendText(const std::string& text, HTTPResponse::HTTPStatus status) {

@@ -23,9 +23,8 @@ std::optional<WalkOrders::Order> WalkOrders::next(const std::string& page, const
     const auto left = [&] { return closed || shownToken != token; };
     const auto ordered = [&] { return unanswered && unanswered->page == page && takenBy != token; };
     changed.wait_for(lock, timeout, [&] { return left() || ordered(); });
-    if (left() || !ordered()) {
+    if (left() || !ordered())
         return std::nullopt;
-    }
     takenBy = token;
     return unanswered;
 }
