@@ -1,5 +1,4 @@
 #include "platform/gtk/services/GlibURLParser.h"
-#include "platform/shared/FailurePage.h"
 
 #include <gtest/gtest.h>
 
@@ -114,13 +113,6 @@ TEST(OddAddressTest, IsTakenApartOrRefused) {
                     EXPECT_EQ(url->query.has_value(), hasQuery(text)) << text;
                 }
     EXPECT_GT(taken, 10'000);
-}
-
-TEST(FailurePageTest, ShowsItsTextsAsTheyStand) {
-    const auto page = failurePage("http://h/?a=1&b=\"<i>", "<script>no</script> & more");
-    EXPECT_NE(page.find("<dd>http://h/?a=1&amp;b=&quot;&lt;i&gt;</dd>"), std::string::npos);
-    EXPECT_NE(page.find("href=\"http://h/?a=1&amp;b=&quot;&lt;i&gt;\""), std::string::npos);
-    EXPECT_NE(page.find("<dd>&lt;script&gt;no&lt;/script&gt; &amp; more</dd>"), std::string::npos);
 }
 
 }  // namespace

@@ -33,8 +33,8 @@ std::string readFile(const fs::path& file) {
 }
 
 std::string readPage(const fs::path& file) {
-    static const std::regex include(R"( *<!--#include virtual="/([\w.-]+)" -- >\n) ");
-        auto page = readFile(file);
+    static const std::regex include(R"re( *<!--#include virtual="/([\w.-]+)" -->\n)re");
+    auto page = readFile(file);
     for (std::smatch found; std::regex_search(page, found, include);) {
         const auto included = readFile(file.parent_path() / found[1].str());
         page.replace(found.position(), found.length(), included);
