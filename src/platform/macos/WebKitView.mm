@@ -5,7 +5,6 @@
 #include "platform/macos/Walls.h"
 #include "platform/macos/WebViewDelegate.h"
 #include "platform/shared/FailurePage.h"
-#include "platform/shared/LoadFailure.h"
 
 /// The engine's view without its keys for the history: back at a command URL, the command would run again. A
 /// page's own history.back() does not come this way.
@@ -48,7 +47,7 @@ void WebKitFrame::loadRequest(const std::string& url) {
         if (target.scheme)
             [frame loadRequest:[NSURLRequest requestWithURL:target]];
         else
-            showFailurePage(url, failure::notAnAddress);
+            showFailurePage(url, "This is not the address of a page.");
     });
 }
 

@@ -2,7 +2,7 @@
 
 #include "platform/macos/Bridging.h"
 #include "platform/macos/Walls.h"
-#include "platform/shared/LoadFailure.h"
+#include "platform/shared/FailurePage.h"
 
 namespace vok {
 
@@ -27,9 +27,14 @@ bool isFailurePage(WebDataSource* source) { return source.unreachableURL != nil;
 
 bool isMain(EngineFrame* frame) { return frame == [[frame webView] mainFrame]; }
 
-bool wasInterrupted(NSError* error) {
+/// The engine's own player takes over a load of sound or video.
+constexpr NSInteger errorPlugInWillHandleLoad = 204;  // of WebKitErrorDomain; the name is in no public header
+
+/// A load that another load, a decision or a player has ended: no failure.
+bool isInterruption(NSError* error) {
     if ([error.domain isEqualToString:WebKitErrorDomain])
-        return isInterruption(error.code);
+        return error.code == WebKitErrorFrameLoadInterruptedByPolicyChange ||
+               error.code == errorPlugInWillHandleLoad;
     return [error.domain isEqualToString:NSURLErrorDomain] && error.code == NSURLErrorCancelled;
 }
 
@@ -108,7 +113,7 @@ std::string urlOf(NSURLRequest* request) {
 
 - (void)didFail:(NSError*)error inFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
-        if (!vok::isMain(frame) || vok::wasInterrupted(error))
+        if (!vok::isMain(frame) || vok::isInterruption(error))
             return;
         NSString* const url = [error.userInfo objectForKey:NSURLErrorFailingURLStringErrorKey];
         self.view->mainFrame().showFailurePage(vok::toOptionalText(url).value_or(std::string()),
@@ -144,7 +149,7 @@ std::string urlOf(NSURLRequest* request) {
         [listener ignore];
         if (vok::isMain(frame))
             self.view->mainFrame().showFailurePage(vok::urlOf(request),
-                                                   vok::failure::unsupportedType(vok::toText(type)));
+                                                   vok::unsupportedTypeReason(vok::toText(type)));
     });
 }
 

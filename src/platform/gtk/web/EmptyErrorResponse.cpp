@@ -1,8 +1,8 @@
 #include "platform/gtk/web/EmptyErrorResponse.h"
 
 #include "foundation/Shielded.h"
+#include "foundation/StringWithFormat.h"
 #include "platform/gtk/support/Signal.h"
-#include "platform/shared/LoadFailure.h"
 
 #include <libsoup/soup.h>
 
@@ -23,7 +23,8 @@ struct Question {
             return;
         const auto status = webkit_uri_response_get_status_code(webkit_web_resource_get_response(page));
         tell(webkit_web_resource_get_uri(page),
-             failure::emptyErrorResponse(static_cast<int>(status), soup_status_get_phrase(status)));
+             StringWithFormat("The server answered %d %s.", static_cast<int>(status),
+                              soup_status_get_phrase(status)));
     }
 };
 

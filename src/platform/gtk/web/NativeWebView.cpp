@@ -5,7 +5,6 @@
 #include "platform/gtk/web/EmptyErrorResponse.h"
 #include "platform/gtk/web/PageDialogs.h"
 #include "platform/shared/FailurePage.h"
-#include "platform/shared/LoadFailure.h"
 
 #include <Poco/String.h>
 
@@ -21,15 +20,16 @@ struct SessionStateUnref {
 
 constexpr auto blankPage = "about:blank";
 const std::string script = "javascript:";
+constexpr auto notAllowed = "This address is not allowed.";
 
 std::string requestURL(WebKitNavigationAction* action) {
     return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
 }
 
-bool wasInterrupted(const GError& error) {
+bool isInterruption(const GError& error) {
     return g_error_matches(&error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED) ||
-           ((error.domain == WEBKIT_POLICY_ERROR || error.domain == WEBKIT_MEDIA_ERROR) &&
-            isInterruption(error.code));
+           g_error_matches(&error, WEBKIT_POLICY_ERROR,
+                           WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE);
 }
 
 class DecisionListener final : public WebPolicyDecisionListener {
@@ -61,7 +61,7 @@ void NativeWebView::bindSignals() {
         view.get(), "load-failed-with-tls-errors",
         [this](const char* url, GTlsCertificate*, GTlsCertificateFlags) {
             currentLoad = Load::failed;
-            showFailurePage(url, failure::untrustedCertificate);
+            showFailurePage(url, "The certificate of the server cannot be trusted.");
             return true;
         }));
     connections.push_back(connect<gboolean(WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
@@ -110,7 +110,7 @@ std::optional<std::string> NativeWebView::url() const {
 void NativeWebView::load(const std::string& url) {
     // A script as an address would never end to load.
     if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0) {
-        showFailurePage(withoutZeroBytes(url), failure::notAllowed);
+        showFailurePage(withoutZeroBytes(url), notAllowed);
         return;
     }
     requestedURL = url;
@@ -152,18 +152,18 @@ void NativeWebView::onCommitted() {
     const auto requested = std::exchange(requestedURL, {});
     if (currentLoad == Load::page && url() == blankPage && !requested.empty() && requested != blankPage) {
         currentLoad = Load::failed;
-        showFailurePage(requested, failure::notAllowed);
+        showFailurePage(requested, notAllowed);
     } else {
         owner.loadCommitted(*this);
     }
 }
 
-void NativeWebView::onSilence() { showFailurePage(url().value_or(""), failure::noAnswer); }
+void NativeWebView::onSilence() { showFailurePage(url().value_or(""), "The server does not answer."); }
 
 void NativeWebView::onLoadFailed(const char* url, const GError& error) {
     answerTimeout.stop();
     currentLoad = Load::failed;
-    if (!wasInterrupted(error))
+    if (!isInterruption(error))
         showFailurePage(url, error.message);
 }
 
@@ -199,7 +199,7 @@ bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
     webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
     WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
     showFailurePage(webkit_uri_response_get_uri(response),
-                    failure::unsupportedType(webkit_uri_response_get_mime_type(response)));
+                    unsupportedTypeReason(webkit_uri_response_get_mime_type(response)));
     return true;
 }
 

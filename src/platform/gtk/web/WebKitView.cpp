@@ -1,7 +1,5 @@
 #include "platform/gtk/web/WebKitView.h"
 
-#include "platform/shared/LoadFailure.h"
-
 namespace vok {
 
 namespace {
@@ -122,7 +120,7 @@ void WebKitView::newWindowRequested(const std::string& requestURL) {
 
 void WebKitView::onDownload(WebKitWebView* view, const char* url) {
     auto& beginner = next && next->is(view) ? *next : *shown;
-    beginner.showFailurePage(url, failure::download);
+    beginner.showFailurePage(url, "It is a file to download, which cannot be shown here.");
 }
 
 void WebKitView::alertRequested(Alert alert) { showSheet(std::move(alert)); }

@@ -3,6 +3,7 @@
 #include_next <WebKit/WebKit.h>
 
 extern NSString* WebKitErrorDomain;
+enum { WebKitErrorFrameLoadInterruptedByPolicyChange = 102 };
 
 enum {
     WebMenuItemTagCopyLinkToClipboard = 3,
