@@ -7,6 +7,14 @@ def press_key(key):
     output("xdotool", "key", key)
 
 
+def press_until(key, condition):
+    """Presses a key until `condition` holds, since a window that has just opened may miss it; returns whether it does."""
+    def pressed():
+        press_key(key)
+        return wait_for(condition, 2)
+    return wait_for(pressed)
+
+
 def active_window():
     """The name of the window that has the keyboard."""
     return output("xdotool", "getactivewindow", "getwindowname").decode().strip()

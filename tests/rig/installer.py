@@ -174,10 +174,7 @@ class Installer:
 
     def close_window(self):
         """Closes the window in the way of the window manager; the program has to end well."""
-        def ended():
-            desktop.press_key("alt+F4")
-            return wait_for(lambda: not self.is_running(), 2)
-        assert wait_for(ended), "the window stays"
+        assert desktop.press_until("alt+F4", lambda: not self.is_running()), "the window stays"
         assert self.process.returncode == 0
 
 

@@ -30,10 +30,7 @@ def test_a_missing_configuration_is_shown_and_the_program_stays(installer):
 def try_again(installer, key="Return"):
     """Chooses "Try again" as soon as it is there."""
     missing = len(installer.server.missing())
-    def pressed():
-        desktop.press_key(key)
-        return wait_for(lambda: len(installer.server.missing()) < missing, 1)
-    assert wait_for(pressed)
+    assert desktop.press_until(key, lambda: len(installer.server.missing()) < missing)
     installer.wait_for_requests()
 
 

@@ -1,0 +1,151 @@
+"""The window, its keys, its menu, and what it takes over from the desktop."""
+
+import contextlib
+import pathlib
+import subprocess
+import threading
+
+import pytest
+
+from rig import accessibility, desktop
+from rig.installer import TITLE, WEB_PROCESS
+from rig.page_server import page, script_page
+from rig.waiting import output, wait_for
+
+
+def test_keys_zoom_the_page(installer, server):
+    server.expect(installer.first_path(), script_page("""
+        let width
+        onload = () => { width = innerWidth; fetch('/ready') }
+        onresize = () => {
+            if (innerWidth != width) fetch(innerWidth < width ? '/larger' : '/smaller')
+            width = innerWidth }"""))
+    server.expect("/ready")
+    changes = []
+    for change in "/larger", "/smaller":
+        installer.answers[change] = lambda request: changes.append(request.path) or page("")
+    installer.start()
+    installer.wait_for_requests()
+    desktop.wait_for_active_window(TITLE)
+    for key, change in ("ctrl+plus", "/larger"), ("ctrl+0", "/smaller"), ("ctrl+minus", "/smaller"):
+        changes.clear()
+        assert desktop.press_until(key, lambda: change in changes), f"{key} has led to {changes}"
+
+
+@pytest.mark.parametrize("key", ["ctrl+q", "ctrl+w"])
+def test_a_key_ends_the_program(installer, server, start, key):
+    server.expect("/last")
+    start("/last")
+    installer.wait_for_requests()
+    desktop.wait_for_active_window(TITLE)
+    assert desktop.press_until(key, lambda: not installer.is_running())
+    assert installer.exit_status() == 0
+
+
+def test_without_a_display_the_program_says_so_and_fails(installer):
+    del installer.environment["DISPLAY"]
+    installer.start()
+    assert installer.exit_status() == 1
+    installer.wait_for_log("no display could be opened")
+
+
+@contextlib.contextmanager
+def settings_portal(scheme):
+    """A settings portal whose preferred colour scheme is `scheme`; gives a function that changes it."""
+    name, path, interface = ("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
+                             "org.freedesktop.portal.Settings")
+    def call(method, *arguments):
+        command = ["gdbus", "call", "--session", "-d", name, "-o", path, "-m", f"org.freedesktop.DBus.Mock.{method}"]
+        subprocess.run([*command, *arguments], check=True, capture_output=True)
+    with subprocess.Popen(["/usr/bin/python3", "-m", "dbusmock", "--session", name, path, interface],
+                          stdout=subprocess.DEVNULL) as portal:
+        try:
+            output("gdbus", "wait", "--session", "--timeout", "20", name)
+            call("AddMethod", interface, "Read", "ss", "v", f"ret = dbus.UInt32({scheme}, variant_level=1)")
+            yield lambda value: call("EmitSignal", interface, "SettingChanged", "ssv",
+                                     f"[<'org.freedesktop.appearance'>, <'color-scheme'>, <<uint32 {value}>>]")
+        finally:
+            portal.terminate()
+
+
+def test_pages_follow_the_colour_scheme_of_the_desktop(installer, server):
+    server.expect(installer.first_path(), script_page("""
+        const dark = matchMedia('(prefers-color-scheme: dark)')
+        const tell = () => fetch(dark.matches ? '/dark' : '/light')
+        dark.onchange = tell
+        if (dark.matches) tell()"""))
+    server.expect("/dark")
+    with settings_portal(scheme=1) as change:
+        installer.start()
+        installer.wait_for_requests()
+        server.expect("/light")
+        change(2)
+        installer.wait_for_requests()
+
+
+def test_a_slow_page_shows_its_progress(installer, server):
+    answered = threading.Event()
+    server.expect(installer.first_path(), lambda request: answered.wait(60) and page("first"))
+    installer.start()
+    shown = lambda: any(element.role == "progress bar" for element in accessibility.elements(installer.process.pid))
+    assert wait_for(shown)
+    answered.set()
+    installer.wait_for_requests()
+    assert wait_for(lambda: not shown())
+
+
+def right_click(x, y):
+    output("xdotool", "mousemove", "--window", desktop.windows(TITLE)[0], str(x), str(y), "click", "3")
+
+
+def test_the_context_menu_offers_the_clipboard_and_nothing_that_leaves_the_page(installer, server):
+    server.expect(installer.first_path(), """<!doctype html>
+        <style>body { margin: 0 } a, input { display: block; height: 200px }</style>
+        <a href='/x'>Link</a><input><script>onload = () => fetch('/ready')</script>""")
+    server.expect("/ready")
+    installer.start()
+    installer.wait_for_requests()
+    desktop.wait_for_active_window(TITLE)
+    def menu():
+        return [element.name for element in accessibility.elements(installer.process.pid) if element.role == "menu item"]
+    for y, items in (100, ["Copy Link Location"]), (300, ["Cut", "Copy", "Paste", "Delete", "Select All"]):
+        right_click(10, y)
+        assert wait_for(lambda: menu() == items), f"the menu has {menu()}"
+        desktop.press_key("Escape")
+        assert wait_for(lambda: not menu())
+
+
+def test_scripts_get_sheets_whose_message_can_be_selected(installer, server):
+    server.expect(installer.first_path(), script_page(
+        "onload = () => setTimeout(() => { alert('Take <b>care</b>.'); location = '/' + prompt('Name?') })"))
+    server.expect("/null")
+    installer.start()
+    installer.wait_for_sheet(TITLE, "Take <b>care</b>.", "OK")
+    message = [element for element in accessibility.elements(installer.process.pid) if "<b>" in element.name]
+    assert "focusable" in message[0].states
+    installer.press_sheet_button()
+    installer.wait_for_requests()
+
+
+def loads_graphics_driver(process):
+    return "libGLESv2" in pathlib.Path(f"/proc/{process}/maps").read_text()
+
+
+def test_the_program_draws_without_graphics_driver_unless_the_user_has_chosen(installer, server, start):
+    server.expect("/last")
+    start("/last")
+    installer.wait_for_requests()
+    processes = [installer.process.pid, *installer.processes(WEB_PROCESS)]
+    assert not [process for process in processes if loads_graphics_driver(process)]
+
+
+def test_tools_inherit_the_renderer_that_the_user_has_chosen(installer, server, start):
+    installer.environment |= {"GSK_RENDERER": "cairo"}
+    installer.tool("install tool", "env | grep -E '^(GSK|GDK|WEBKIT)_' >\"$0.environment\"")
+    state = installer.command("getstate")
+    server.expect(state)
+    installer.answers["/back"] = page("back", "/last")
+    server.expect("/last")
+    start(state)
+    installer.wait_for_requests()
+    assert (installer.tools / "install tool.environment").read_text() == "GSK_RENDERER=cairo\n"
