@@ -1,0 +1,92 @@
+#include "contract/Backend.h"
+
+#include <Poco/TemporaryFile.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace vok::test {
+
+namespace {
+
+class PropertyListReaderTest : public testing::Test {
+protected:
+    std::optional<Dictionary> read(const std::string& content) {
+        std::ofstream(file.path(), std::ios::binary) << content;
+        return backend().propertyLists.dictionaryWithContentsOfFile(file.path());
+    }
+
+    static std::string xml(const std::string& top) {
+        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\">" + top + "</plist>";
+    }
+
+    Poco::TemporaryFile file;
+};
+
+TEST_F(PropertyListReaderTest, GivesEveryValueAsText) {
+    const auto list = read(xml(R"(<dict>
+        <key>entities</key><string>a=1&amp;b=&lt;2&gt; &#228;</string>
+        <key>ключ ü</key><string>日本 ü</string>
+        <key>empty</key><string></string>
+        <key>closed</key><string/>
+        <key>yes</key><true/>
+        <key>no</key><false/>
+        <key>integer</key><integer>42</integer>
+        <key>negative</key><integer>-7</integer>
+        <key>long</key><integer>5000000000</integer>
+        <key>real</key><real>0.1</real>
+        <key>whole</key><real>-3.0</real></dict>)"));
+    EXPECT_EQ(list, (Dictionary{{"entities", "a=1&b=<2> ä"},
+                                {"ключ ü", "日本 ü"},
+                                {"empty", ""},
+                                {"closed", ""},
+                                {"yes", "1"},
+                                {"no", "0"},
+                                {"integer", "42"},
+                                {"negative", "-7"},
+                                {"long", "5000000000"},
+                                {"real", "0.1"},
+                                {"whole", "-3"}}));
+}
+
+TEST_F(PropertyListReaderTest, GivesDatesAndCollectionsAsTheirSource) {
+    const auto list =
+        read(xml("<dict><key>date</key><date>2024-02-29T12:00:00Z</date>"
+                 "<key>nested</key><dict><key>inner</key><array><true/></array></dict></dict>"));
+    ASSERT_TRUE(list);
+    EXPECT_EQ(list->size(), 2u);
+    EXPECT_NE(list->at("date").find(backend().date), std::string::npos) << list->at("date");
+    EXPECT_NE(list->at("nested").find(backend().innerKey), std::string::npos) << list->at("nested");
+}
+
+/// {"count": 300, "größe": true, "name": "Vök"}
+constexpr unsigned char binaryList[] = {
+    0x62, 0x70, 0x6C, 0x69, 0x73, 0x74, 0x30, 0x30, 0xD3, 0x01, 0x02, 0x03, 0x04, 0x05, 0x06,
+    0x55, 0x63, 0x6F, 0x75, 0x6E, 0x74, 0x65, 0x00, 0x67, 0x00, 0x72, 0x00, 0xF6, 0x00, 0xDF,
+    0x00, 0x65, 0x54, 0x6E, 0x61, 0x6D, 0x65, 0x11, 0x01, 0x2C, 0x09, 0x63, 0x00, 0x56, 0x00,
+    0xF6, 0x00, 0x6B, 0x08, 0x0F, 0x15, 0x20, 0x25, 0x28, 0x29, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x01, 0x01, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x07, 0x00, 0x00, 0x00, 0x00,
+    0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x30,
+};
+
+TEST_F(PropertyListReaderTest, ReadsBinaryLists) {
+    const std::string list(std::begin(binaryList), std::end(binaryList));
+    EXPECT_EQ(read(list), (Dictionary{{"name", "Vök"}, {"größe", "1"}, {"count", "300"}}));
+    EXPECT_EQ(read(list.substr(0, list.size() / 2)), std::nullopt);
+}
+
+TEST_F(PropertyListReaderTest, GivesNothingForWhatIsNoDictionary) {
+    EXPECT_EQ(read(xml("<dict/>")), Dictionary());
+    for (const auto& content :
+         {std::string(), std::string("garbage"), std::string("<html><p>1</html>"),
+          xml("<array><string>a</string></array>"), xml("<string>a</string>"),
+          std::string("bplist00 and no more"), std::string(1000, '\0'),
+          xml("<dict><key>\xE4</key><true/></dict>"), xml("<dict><key>a</key><string>\xE4</string></dict>")})
+        EXPECT_EQ(read(content), std::nullopt) << content.substr(0, 100);
+    EXPECT_EQ(backend().propertyLists.dictionaryWithContentsOfFile(file.path() + ".missing"), std::nullopt);
+    EXPECT_EQ(backend().propertyLists.dictionaryWithContentsOfFile("/"), std::nullopt);
+}
+
+}  // namespace
+
+}  // namespace vok::test
