@@ -44,7 +44,7 @@ std::string runPipeline(const std::string& command) {
     close(ends[1]);
 
     std::string output;
-    std::array<char, 4096> part;
+    std::array<char, 4096> part{};
     for (ssize_t count = 0; (count = read(ends[0], part.data(), part.size())) > 0;)
         output.append(part.data(), static_cast<std::size_t>(count));
     close(ends[0]);
@@ -59,12 +59,12 @@ void bare(benchmark::State& state) {
         std::string("'" INSTALL_TOOL "' 'command=print_installed_product_info' 'agentId=") + agentId +
         "' 'targetDir=" + targetDir + R"(' 'print_info_prefix=Install info {{' 'print_info_suffix=}')" +
         R"( | egrep "Install info \{.*\}$")";
-    for (auto _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(runPipeline(command));
 }
 
 void installer(benchmark::State& state) {
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         std::int32_t installed = 0;
         std::array<char, 32> version{};
         if (vok::GetInstalledProductInfo(INSTALL_TOOL, agentId, targetDir, &installed, version.data(),

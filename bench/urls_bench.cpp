@@ -97,7 +97,7 @@ void measure(const std::string& name, const Input& input, std::size_t size, Work
     benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
         for (auto _ : state)
             benchmark::DoNotOptimize(work(input));
-        state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * size));
+        state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(size));
     });
 }
 

@@ -31,8 +31,8 @@ struct Command {
     std::string name;
     std::vector<std::string> needs;  ///< parameters
     std::string outcome;             ///< how its event begins
-    std::string prelude = "";        ///< the event before the outcome
-    std::string result = "";         ///< what its report ends with
+    std::string prelude{};           ///< the event before the outcome
+    std::string result{};            ///< what its report ends with
 };
 
 const Command commands[] = {
@@ -112,9 +112,9 @@ void vok::ExecuteScript(const std::optional<std::string>& script) { desktop.reco
 void vok::RunProcess(const char* path) { desktop.record(std::string("process ") + path); }
 
 std::int32_t vok::GetInstalledProductInfo(const char*, const char*, const char*, std::int32_t* installed,
-                                          char* version, std::uint32_t) noexcept {
+                                          char* version, std::uint32_t size) noexcept {
     *installed = 1;
-    std::strcpy(version, "3.2");
+    std::snprintf(version, size, "3.2");
     return 0;
 }
 

@@ -139,8 +139,8 @@ const Answer answers[] = {
     {"NotInstalled", info + "0, \"version\": \"1.0\"}\n", "0, 0, 1.0"},
     {"NoInstalled", "Install info {{\"version\": \"1.0\"}\n", "0, 0, -"},
     {"NumberAsVersion", info + "1, \"version\": 5}\n", "0, 1, 5"},
-    {"ThirtyOneCharacters", info + "1, \"version\": \"" + length31 + "\"}\n", "0, 1, " + length31},
-    {"ThirtyTwoCharacters", info + "1, \"version\": \"" + length31 + "2\"}\n", tooSmall},
+    {"ThirtyOneCharacters", info + R"(1, "version": ")" + length31 + "\"}\n", "0, 1, " + length31},
+    {"ThirtyTwoCharacters", info + R"(1, "version": ")" + length31 + "2\"}\n", tooSmall},
     {"TextAsInstalled", info + "\"1\"}\n", "-1, -7, -, Exception: Value is not convertible to Int."},
     {"EmptyRecord", "Install info {}\n", "-1, -7, -, Failed to parse json ('}\n')."},
     {"OtherCase", "install info {{\"installed\": 1}\n", noLine},
@@ -169,7 +169,7 @@ TEST_F(ProductInfoTest, RefusesNilWithoutRunningTheTool) {
 }
 
 TEST_F(ProductInfoTest, ReadsMuchOutputToItsEnd) {
-    std::string output(10'000'000, '\n');
+    std::string output(8'000'000, '\n');
     for (int line = 0; line < 20'000; ++line)  // more than a pipe holds
         output += info + "1}\n";
     tool.prints(output);

@@ -27,7 +27,7 @@ struct RecordingTool {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
         while (!hasRun() && std::chrono::steady_clock::now() < end)
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        const auto arguments = read(".arguments");
+        auto arguments = read(".arguments");
         std::filesystem::remove(path + ".arguments");
         return arguments;
     }

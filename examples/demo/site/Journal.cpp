@@ -14,8 +14,13 @@ void Journal::write(std::string_view kind, std::string text) {
 
 std::string queryText(const Query& query, std::initializer_list<std::string_view> without) {
     std::string text;
-    for (const auto& [name, value] : query)
-        if (std::ranges::find(without, name) == without.end())
-            text += (text.empty() ? "" : " ") + name + '=' + value;
+    for (const auto& [name, value] : query) {
+        if (std::ranges::find(without, name) == without.end()) {
+            text += text.empty() ? "" : " ";
+            text += name;
+            text += '=';
+            text += value;
+        }
+    }
     return text;
 }

@@ -1,10 +1,10 @@
 #include "Query.h"
 
 #include <Poco/Exception.h>
+#include <Poco/StringTokenizer.h>
 #include <Poco/URI.h>
 
 #include <algorithm>
-#include <ranges>
 
 std::string percentDecoded(const std::string& text) {
     try {
@@ -18,8 +18,7 @@ std::string percentDecoded(const std::string& text) {
 
 Query parseQuery(const std::string& rawQuery) {
     Query query;
-    for (const auto piece : rawQuery | std::views::split('&')) {
-        const std::string pair(piece.begin(), piece.end());
+    for (const auto& pair : Poco::StringTokenizer(rawQuery, "&")) {
         const auto equals = std::min(pair.find('='), pair.size());
         if (equals == 0)
             continue;

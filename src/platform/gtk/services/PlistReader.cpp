@@ -30,7 +30,7 @@ using Node = std::unique_ptr<void, NodeFree>;
 // libplist reads nested collections by recursion and overflows the stack on some 100,000 levels.
 constexpr int greatestDepth = 1000;
 constexpr std::size_t greatestBinarySize = 65536;  // a level takes at least two bytes
-constexpr std::size_t greatestSize = 16 * 1024 * 1024;
+constexpr std::size_t greatestSize = std::size_t{16} * 1024 * 1024;
 
 /// Levels of elements in `xml`, as many as are ever open at once.
 int depthOf(std::string_view xml) {
