@@ -168,7 +168,8 @@ refused("page shows a local picture", """
     const picture = new Image; picture.onload = got; picture.onerror = refused; picture.src = 'LOCAL/picture.svg'""")
 refused("page goes to a local file", "location = 'LOCAL/splash.html'", "page first")
 refused("page asks where the person is", """
-    navigator.geolocation.getCurrentPosition(got, error => error.code == error.PERMISSION_DENIED ? refused() : got())""")
+    navigator.geolocation.getCurrentPosition(
+        got, error => error.code == error.PERMISSION_DENIED ? refused() : got())""")
 refused("page closes the window", "window.close(); setTimeout(refused, 1000)")
 refused("page opens an address of another program",
         "location = 'mailto:somebody@example.com'; setTimeout(refused, 1000)",

@@ -85,7 +85,8 @@ def test_install_commands_start_the_tool_with_its_arguments(installer, server, s
     common = "[pid=PID][agentId=AGENT][targetDir=/opt/target dir]"
     tool = f"[{installer.tools}/install tool]"
     assert [re.sub("pid=[-0-9A-F]{36}", "pid=PID", call) for call in installer.calls("admin tool", 2)] == [
-        f"{tool}[command=Repair]{common}[configTemplateUrl=cfg%2520%C3%BC.xml][installerUrl=a/b?c=d][reportUrl=r%22%25]",
+        f"{tool}[command=Repair]{common}"
+        "[configTemplateUrl=cfg%2520%C3%BC.xml][installerUrl=a/b?c=d][reportUrl=r%22%25]",
         f"{tool}[command=uninstall]{common}[reportUrl=r?s=1]"]
 
 

@@ -6,7 +6,7 @@ import signal
 import pytest
 
 from rig import desktop
-from rig.installer import TITLE, WEB_PROCESS
+from rig.installer import WEB_PROCESS
 from rig.page_server import hang_up, page, script_page
 from rig.waiting import output, wait_for
 from test_commands import NOT_INSTALLED
