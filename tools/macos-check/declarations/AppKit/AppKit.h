@@ -1,4 +1,4 @@
-// Declarations from Apple's reference that the static check's own headers lack. No build uses this file.
+// What GNUstep's headers lack of AppKit, from Apple's reference.
 #pragma once
 #include_next <AppKit/AppKit.h>
 

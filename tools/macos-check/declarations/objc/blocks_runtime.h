@@ -1,0 +1,1 @@
+// GNUstep includes this header and needs nothing of it here.
