@@ -1,5 +1,6 @@
 #include "platform/macos/MacMachine.h"
 
+#include "foundation/Log.h"
 #include "platform/macos/Bridging.h"
 #include "platform/macos/Walls.h"
 
@@ -44,8 +45,11 @@ LocalIdentitiesFailure executionFailure(CFErrorRef error) {
 
 LocalIdentity recordOf(CBIdentity* account) {
     LocalIdentity record;
-    if ([account isKindOfClass:[CBUserIdentity class]])
+    if ([account respondsToSelector:@selector(isEnabled)])  // whatever class the system makes the account of
         record.isEnabled = [static_cast<CBUserIdentity*>(account) isEnabled];
+    else
+        Log("Skipping the account '%@': it does not tell whether it is enabled.",
+            toText([account posixName]));
     record.isHidden = [account isHidden];
     record.UUIDString = toOptionalText([[account uniqueIdentifier] UUIDString]);
     record.fullName = toOptionalText([account fullName]);
