@@ -57,10 +57,18 @@ void buildMainMenu(NSApplication* application, NSString* name) {
              {@"Paste", @selector(paste:), @"v"},
              {@"Delete", @selector(delete:)},
              {@"Select All", @selector(selectAll:), @"a"}});
-    addMenu(bar, @"View",
-            {{@"Actual Size", NSSelectorFromString(@"makeTextStandardSize:"), @"0"},
-             {@"Zoom In", NSSelectorFromString(@"makeTextLarger:"), @"+"},
-             {@"Zoom Out", NSSelectorFromString(@"makeTextSmaller:"), @"-"}});
+    const SEL zoomIn = NSSelectorFromString(@"makeTextLarger:");
+    NSMenu* const view = addMenu(bar, @"View",
+                                 {{@"Actual Size", NSSelectorFromString(@"makeTextStandardSize:"), @"0"},
+                                  {@"Zoom In", zoomIn, @"+"},
+                                  {@"Zoom Out", NSSelectorFromString(@"makeTextSmaller:"), @"-"}});
+    // On most keyboards "+" needs Shift; browsers zoom in by its key alone as well.
+    NSMenuItem* const plainKey = [[NSMenuItem alloc] initWithTitle:@"Zoom In"
+                                                            action:zoomIn
+                                                     keyEquivalent:@"="];
+    plainKey.hidden = YES;
+    plainKey.allowsKeyEquivalentWhenHidden = YES;
+    [view addItem:plainKey];
     application.windowsMenu = addMenu(bar, @"Window",
                                       {{@"Minimise", @selector(performMiniaturize:), @"m"},
                                        {@"Zoom", @selector(performZoom:)},

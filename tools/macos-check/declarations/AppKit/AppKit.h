@@ -9,3 +9,8 @@ enum : NSUInteger { NSWindowCollectionBehaviorFullScreenNone = 1 << 9 };  // mac
 @property (class, nonatomic) BOOL allowsAutomaticWindowTabbing;        // macOS 10.12
 @property (nonatomic) BOOL preventsApplicationTerminationWhenModal;  // macOS 10.6
 @end
+
+@interface NSMenuItem (Reference)
+@property (nonatomic, getter=isHidden) BOOL hidden;
+@property (nonatomic) BOOL allowsKeyEquivalentWhenHidden;  // macOS 10.13
+@end
