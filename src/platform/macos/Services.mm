@@ -8,6 +8,23 @@
 
 namespace vok {
 
+namespace {
+
+/// The absolute string with every apostrophe of the query escaped, as the engine does for the schemes of the
+/// web (the special-query percent-encode set of the URL standard) and NSURL does not.
+std::string asEngineWrites(NSURL* url) {
+    auto text = toText(url.absoluteString);
+    NSArray* const specialSchemes = @[ @"http", @"https", @"file", @"ftp", @"ws", @"wss" ];
+    if (!url.query || ![specialSchemes containsObject:url.scheme.lowercaseString])
+        return text;
+    const auto query = text.find('?');
+    for (auto at = text.find('\'', query); at < text.find('#'); at = text.find('\'', at))
+        text.replace(at, 1, "%27");
+    return text;
+}
+
+}  // namespace
+
 std::string MainBundle::bundlePath() const {
     return callCocoa([] { return toText([[NSBundle mainBundle] bundlePath]); });
 }
@@ -31,7 +48,7 @@ std::optional<URL> NSURLParser::URLWithString(const std::string& text) const {
         NSURL* const url = toNSURL(text);
         if (!url)
             return std::nullopt;
-        return URL{toText(url.absoluteString), toOptionalText(url.query)};
+        return URL{asEngineWrites(url), toOptionalText(url.query)};
     });
 }
 
@@ -44,11 +61,14 @@ void writeLogLine(const std::string& line) noexcept {
 }
 
 void SharedWorkspace::openURL(const std::string& url) {
-    callCocoa([&] {
-        NSURL* const target = toNSURL(url);
-        if (!target || ![[NSWorkspace sharedWorkspace] openURL:target])
-            Log("Failed to open '%@' in the default browser.", url);
+    const bool opened = shielded([&] {
+        return callCocoa([&] {
+            NSURL* const target = toNSURL(url);
+            return target && [[NSWorkspace sharedWorkspace] openURL:target];
+        });
     });
+    if (!opened)
+        Log("Failed to open '%@' in the default browser.", url);
 }
 
 }  // namespace vok
