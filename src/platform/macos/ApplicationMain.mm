@@ -10,6 +10,13 @@
 #include "platform/macos/WebKitView.h"
 #include "platform/shared/WindowTitle.h"
 
+#include <climits>
+#include <cstdlib>
+#include <string_view>
+
+#include <mach-o/dyld.h>
+#include <unistd.h>
+
 /// Calls a function when it is told to. The run loop keeps it until then.
 @interface VOKDeferredCall : NSObject
 @property(nonatomic) std::function<void()> function;
@@ -39,7 +46,11 @@ public:
         callCocoa([&] {
             VOKDeferredCall* const call = [[VOKDeferredCall alloc] init];
             call.function = std::move(perform);
-            [call performSelector:@selector(perform) withObject:nil afterDelay:seconds];
+            // The default mode alone would hold the call back while a page's alert is open.
+            [call performSelector:@selector(perform)
+                       withObject:nil
+                       afterDelay:seconds
+                          inModes:@[ NSRunLoopCommonModes ]];
         });
     }
 };
@@ -85,7 +96,7 @@ struct Installer {
 
 /// The program opens no files: an argument that looks like one changes nothing.
 - (void)application:(NSApplication*)sender openFiles:(NSArray*)filenames {
-    [sender replyToOpenOrPrint:NSApplicationDelegateReplySuccess];
+    vok::calledFromCocoa([&] { [sender replyToOpenOrPrint:NSApplicationDelegateReplySuccess]; });
 }
 
 /// Nothing is restored; without this answer macOS 14 complains in the log at each start.
@@ -123,7 +134,24 @@ struct Installer {
 
 namespace vok {
 
+namespace {
+
+/// Replaces a program that was started through a symbolic link by the program at its real path: NSBundle
+/// looks for the bundle around the link and finds neither Info.plist nor Tools. Returns when there is no
+/// link, or no way to do so.
+void executeRealPath(char* argv[]) {
+    char path[PATH_MAX];
+    char realPath[PATH_MAX];
+    uint32_t size = sizeof path;
+    if (_NSGetExecutablePath(path, &size) == 0 && realpath(path, realPath) &&
+        std::string_view(path) != realPath)
+        execv(realPath, argv);
+}
+
+}  // namespace
+
 int ApplicationMain(int argc, char* argv[], ApplicationDelegateMaker makeDelegate) {
+    executeRealPath(argv);
     @autoreleasepool {
         auto* const application = static_cast<VOKApplication*>([VOKApplication sharedApplication]);
         application.delegateMaker = std::move(makeDelegate);

@@ -8,18 +8,24 @@ namespace vok {
 
 namespace {
 
+/// Answers with "ignore" at its end if nobody has answered before: the engine waits for an answer.
 class DecisionListener final : public WebPolicyDecisionListener {
 public:
     explicit DecisionListener(id<WebPolicyDecisionListener> asking) : listener(asking) {}
+    DecisionListener(const DecisionListener&) = delete;
+    ~DecisionListener() override {
+        if (listener)
+            shielded([&] { ignore(); });
+    }
     void use() override {
-        callCocoa([&] { [listener use]; });
+        callCocoa([&] { [std::exchange(listener, nil) use]; });
     }
     void ignore() override {
-        callCocoa([&] { [listener ignore]; });
+        callCocoa([&] { [std::exchange(listener, nil) ignore]; });
     }
 
 private:
-    id<WebPolicyDecisionListener> listener;
+    id<WebPolicyDecisionListener> listener;  ///< nil once answered
 };
 
 /// Only a page loaded in place of another one, our failure page, has an unreachable URL.
@@ -60,6 +66,9 @@ bool runPanel(EngineView* view, NSString* message, bool isQuestion) {
     [alert addButtonWithTitle:@"OK"];
     if (isQuestion)
         [alert addButtonWithTitle:@"Cancel"];
+    // Else a page could keep Quit, a command or a log-out from ending the application.
+    NSWindow* const panel = alert.window;
+    panel.preventsApplicationTerminationWhenModal = NO;
     return [alert runModal] == NSAlertFirstButtonReturn;
 }
 
@@ -142,11 +151,12 @@ std::string urlOf(NSURLRequest* request) {
                       frame:(WebFrame*)frame
            decisionListener:(id<WebPolicyDecisionListener>)listener {
     vok::calledFromCocoa([&] {
+        vok::DecisionListener decision(listener);
         if ([WebView canShowMIMEType:type]) {
-            [listener use];
+            decision.use();
             return;
         }
-        [listener ignore];
+        decision.ignore();
         if (vok::isMain(frame))
             self.view->mainFrame().showFailurePage(vok::urlOf(request),
                                                    vok::unsupportedTypeReason(vok::toText(type)));
@@ -170,8 +180,10 @@ std::string urlOf(NSURLRequest* request) {
 /// The engine has just made this window the new one: it bears the new one's name, by which the next link
 /// would find it, and one opened with a size has no scroll bars.
 - (void)webViewShow:(WebView*)sender {
-    [sender stringByEvaluatingJavaScriptFromString:@"window.name = ''"];
-    sender.mainFrame.frameView.allowsScrolling = YES;
+    vok::calledFromCocoa([&] {
+        [sender stringByEvaluatingJavaScriptFromString:@"window.name = ''"];
+        sender.mainFrame.frameView.allowsScrolling = YES;
+    });
 }
 
 - (void)webView:(WebView*)sender
