@@ -53,7 +53,8 @@ void WebKitFrame::loadRequest(const std::string& url) {
 
 void WebKitFrame::showFailurePage(const std::string& url, const std::string& reason) {
     Log("Failed to load '%@' (%@).", url, reason);
-    // With its own address as the base, the page may link to it even where that is a local file.
+    // No navigation decision is asked for an alternate page, so it does not use up that of a new window. With
+    // its own address as the base, the page may link to it even where that is a local file.
     NSURL* address = toNSURL(url);
     if (!address.scheme)
         address = toNSURL("about:blank");
