@@ -28,7 +28,7 @@ private:
     id<WebPolicyDecisionListener> listener;  ///< nil once answered
 };
 
-/// Only a page loaded in place of another one, our failure page, has an unreachable URL.
+/// Only a page loaded in place of another one has an unreachable URL.
 bool isFailurePage(WebDataSource* source) { return source.unreachableURL != nil; }
 
 bool isMain(EngineFrame* frame) { return frame == [[frame webView] mainFrame]; }
@@ -58,7 +58,7 @@ bool belongsInContextMenu(NSMenuItem* item) {
     }
 }
 
-/// The alert or question of a page's script; does the person agree?
+/// Shows the alert or question of a page's script. Returns whether the user answered OK.
 bool runPanel(EngineView* view, NSString* message, bool isQuestion) {
     NSAlert* const alert = [[NSAlert alloc] init];
     alert.messageText = view.window.title;
@@ -196,6 +196,15 @@ std::string urlOf(NSURLRequest* request) {
     runJavaScriptConfirmPanelWithMessage:(NSString*)message
                         initiatedByFrame:(WebFrame*)frame {
     return vok::calledFromCocoa([&] { return vok::runPanel(sender, message, true); });
+}
+
+/// Without this answer the engine would show a panel of its own, which could keep the application from
+/// ending.
+- (NSString*)webView:(WebView*)sender
+    runJavaScriptTextInputPanelWithPrompt:(NSString*)prompt
+                              defaultText:(NSString*)defaultText
+                         initiatedByFrame:(WebFrame*)frame {
+    return nil;
 }
 
 - (NSArray*)webView:(WebView*)sender
