@@ -1,19 +1,33 @@
 """Makes a product of its own from the installer; scripts/brand runs this."""
+import lzma
 import os
 import pathlib
 import shutil
 import sys
+import tarfile
 import tempfile
+import time
 
 import bundle
 import debian
 import product as products
 
+LONGEST_NAME = 255  # bytes
+
 
 def archive(product, template, scratch):
     """Makes a tar archive of the bundle, which runs from wherever it is unpacked, and returns its path."""
-    bundle.make_bundle(product, template, scratch / "tree" / f"{product.values['name']}.app")
-    return pathlib.Path(shutil.make_archive(scratch / "archive", "xztar", scratch / "tree", owner="root", group="root"))
+    name = f"{product.values['name']}.app"
+    bundle.make_bundle(product, template, scratch / name)
+    made = int(os.environ.get("SOURCE_DATE_EPOCH", time.time()))
+
+    def reproducible(entry):
+        entry.mtime, entry.uid, entry.gid, entry.uname, entry.gname = made, 0, 0, "root", "root"
+        return entry
+
+    with lzma.open(scratch / "archive", "wb") as packed, tarfile.open(fileobj=packed, mode="w") as tar:
+        tar.add(scratch / name, name, filter=reproducible)  # sorts each directory
+    return scratch / "archive"
 
 
 def plain_bundle(product, template, scratch):
@@ -35,10 +49,16 @@ def mistakes_about(output, make, template):
         yield f"'{template}' is no bundle of the installer."
     if make is None:
         yield f"'{output.name}' must end in {', '.join(MAKERS)}: that says what is made."
-    if not output.parent.is_dir():
+    if len(os.fsencode(output.name)) > LONGEST_NAME:
+        yield f"The name of the result is longer than {LONGEST_NAME} bytes."
+    elif not output.parent.is_dir():
         yield f"There is no directory '{output.parent}' for the result."
-    if output.is_dir() or make is plain_bundle and output.exists():
+    elif not os.access(output.parent, os.W_OK):
+        yield f"Nothing can be written into '{output.parent}'."
+    elif output.is_dir() or make is plain_bundle and output.exists():
         yield f"'{output}' exists already."
+    if not os.environ.get("SOURCE_DATE_EPOCH", "0").isdecimal():
+        yield "The environment variable SOURCE_DATE_EPOCH must be a number of seconds."
     if make is debian.make_package:
         yield from debian.missing_programs()
 
@@ -47,10 +67,12 @@ def main(config_directory, output, template=None):
     output = pathlib.Path(output).absolute()
     template = pathlib.Path(template) if template else bundle.find_template()
     make = maker_for(output)
-    product, mistakes = products.read_product(config_directory)
+    product, mistakes = products.read_product(config_directory, template, make is debian.make_package)
     mistakes += mistakes_about(output, make, template)
     if mistakes:
         sys.exit("\n".join(mistakes))
+    for note in product.notes:
+        print("Note:", note, file=sys.stderr)
     os.umask(0o022)  # everybody may read what was made
     with tempfile.TemporaryDirectory() as scratch:
         try:
@@ -61,7 +83,11 @@ def main(config_directory, output, template=None):
     print(f"Made '{output}'.")
 
 
+sys.stdout.reconfigure(errors="backslashreplace")
 try:
     main(*sys.argv[1:])
 except OSError as error:
-    sys.exit(f"'{error.filename}': {error.strerror}.")
+    reason = error.strerror or "it could not be copied"
+    sys.exit(f"'{error.filename}': {reason}." if error.filename else f"Nothing was made: {reason}.")
+except KeyboardInterrupt:
+    sys.exit(130)

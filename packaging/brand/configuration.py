@@ -2,143 +2,160 @@
 import os
 import plistlib
 import re
-import urllib.parse
-import xml.parsers.expat
+
+import addresses
+import programs
+import text
 
 # The keys that the installer knows: src/config/ConfigurationKeys.h.
 NEEDED = ("firstInstallationPageUrl", "analyticParams", "commandUrlPrefix", "installTool", "launchAsAdminTool")
-OPTIONAL = ("agentId", "targetDir", "lang")
+OPTIONAL = ("agentId", "targetDir", "lang", "pageHosts", "developerMode")
+TOOLS = ("installTool", "launchAsAdminTool")
 
 # The installer hands these to a shell as they stand.
 SHELL_CHARACTERS = "\"'$`\\"
-THIS_COMPUTER = ("127.0.0.1", "localhost")
-DEFAULT_PORTS = {"http": 80, "https": 443}
+LONGEST = 255  # bytes of a file's name; enough for every value but an address
+
+# Directories that are not one product's own, and those below which nothing else belongs either.
+SHARED_DIRECTORIES = set("""
+    / /etc /home /media /mnt /opt /root /srv /tmp /usr /usr/include /usr/lib /usr/lib32 /usr/lib64 /usr/libexec /usr/local
+    /usr/local/bin /usr/local/etc /usr/local/lib /usr/local/sbin /usr/local/share /usr/share /usr/src /var /var/cache
+    /var/lib /var/log /var/opt /var/spool /var/tmp /Applications /Library /System /Users /private /etc/opt
+""".split())
+SYSTEM_DIRECTORIES = ("/bin", "/boot", "/dev", "/lib", "/lib32", "/lib64", "/proc", "/run", "/sbin", "/sys", "/usr/bin",
+                      "/usr/sbin", "/var/lib/dpkg", "/System")
 
 
-def mistakes_in(tools):
-    file = tools / "installer_config.plist"
+def read_values(file):
+    """The configuration; raises Unreadable."""
+    if not file.exists():
+        raise text.Unreadable("is missing")
+    if not file.is_file():
+        raise text.Unreadable("is not a file")
     try:
-        with file.open("rb") as stream:
-            values = plistlib.load(stream)
-    except FileNotFoundError:
-        return ["Tools/installer_config.plist is missing."]
-    except (plistlib.InvalidFileException, xml.parsers.expat.ExpatError, ValueError, OverflowError,
-            AttributeError) as error:
-        return [f"Tools/installer_config.plist is no property list: {error}."]
+        values = plistlib.loads(file.read_bytes())
+    except OSError:
+        raise
+    except Exception as error:  # plistlib lets through whatever a malformed value raises
+        line = f": see line {error.lineno}" if hasattr(error, "lineno") else ""
+        raise text.Unreadable(f"is no XML or binary property list{line}") from None
     if not isinstance(values, dict):
-        return ["Tools/installer_config.plist must hold a dictionary."]
-    return [f"Tools/installer_config.plist: {sentence}." for sentence in sentences(values, tools)]
+        raise text.Unreadable("must hold a dictionary")
+    return values
 
 
-def sentences(values, tools):
+def sentences(values, tools, template, depends):
+    """The mistakes. `depends` are the package's dependencies, None when no package is made."""
     for key in NEEDED:
         if key not in values:
             yield f"'{key}' is missing"
+    usable = {}
     for key, value in values.items():
         if key not in NEEDED + OPTIONAL:
-            yield f"'{key}' means nothing to the installer"
+            yield f"unknown key '{key}'"
         elif not isinstance(value, str):
-            yield f"'{key}' must be a text"
-        elif key != "analyticParams" and not value:
+            yield f"'{key}' must be a string"
+        elif key != "analyticParams" and not value.strip():
             yield f"'{key}' is empty"
-        elif not value.isprintable():
-            yield f"'{key}' contains a line break or another control character"
+        elif hidden := text.invisible_character(value):
+            yield f"'{key}' contains a line break or another character that cannot be shown, {hidden}"
         else:
-            yield from (f"{key} '{value}' {sentence}" for sentence in CHECKS[key](value, tools))
-    page, prefix = values.get("firstInstallationPageUrl"), values.get("commandUrlPrefix")
-    if isinstance(page, str) and isinstance(prefix, str) and prefix and page.startswith(prefix):
+            usable[key] = value
+    for key, value in usable.items():
+        yield from (f"{key} '{value}' {sentence}" for sentence in CHECKS[key](value))
+    yield from addresses.uncovered_sentences(usable)
+    page, prefix = usable.get("firstInstallationPageUrl", ""), usable.get("commandUrlPrefix")
+    if prefix and page.startswith(prefix):
         yield f"firstInstallationPageUrl '{page}' begins with commandUrlPrefix, so it would be taken for a command"
+    yield from tools_sentences({key: usable[key] for key in TOOLS if key in usable}, tools, template, depends)
+    if "developerMode" in usable and depends is not None:
+        yield "developerMode is for trying pages out, in a bundle or an archive; a package must not have it"
 
 
-def url_sentences(value, _tools):
-    """What is compared with, or put before a query, has to be an address in the form in which the web view says it."""
-    try:
-        url = urllib.parse.urlsplit(value)
-        host, port = url.hostname, url.port
-    except ValueError as error:
-        yield f"is no address: {error}"
-        return
-    if url.scheme not in DEFAULT_PORTS or not host or not value.startswith(f"{url.scheme}://"):
-        yield "must be an address that begins with https:// and a host"
-        return
-    if url.scheme == "http" and host not in THIS_COMPUTER:
-        yield "must use https: whoever can change its pages on their way can run commands on the person's computer"
-    if "@" in url.netloc:
-        yield "must not contain a user name"
-    elif not re.fullmatch(r"[a-z0-9.-]+(:\d+)?", url.netloc):
-        yield "must have a host in lower-case letters, digits, full stops and hyphens"
-    if port == DEFAULT_PORTS[url.scheme]:
-        yield f"must leave out the port {port}, as the web view does"
-    if set(value) & set("?#"):
-        yield "must not contain a query or a fragment"
-    if not re.fullmatch(r"[A-Za-z0-9/._~!()*,;:@&=+-]*", url.path):
-        yield "must have a path without blanks, escapes and other special characters"
-    if {".", ".."} & set(url.path.split("/")):
-        yield "must not contain . or .. as a part of its path"
+def notes_on(values):
+    """What is no mistake, but may not be meant. The values have no mistakes."""
+    yield from addresses.notes_on_hosts(values)
+    if "developerMode" in values:
+        yield "developerMode is on: whoever uses this installer can inspect and change its pages"
 
 
-def page_sentences(value, tools):
-    yield from url_sentences(value, tools)
-    if re.fullmatch(r"https?://[^/]+", value):
-        yield "must have a path, at least /"
+def tools_sentences(names, tools, template, depends):
+    for key, name in names.items():
+        if set(name) & set(SHELL_CHARACTERS):
+            continue  # said already
+        if sentence := file_sentence(name, tools / name):
+            yield f"{key} '{name}' {sentence}"
+        else:
+            yield from (f"{key} '{name}' {sentence}"
+                        for sentence in programs.sentences_about(tools / name, template, depends))
+    files = [tools / name for name in names.values() if os.path.isfile(tools / name)]
+    if len(files) == 2 and os.path.samefile(*files):
+        yield "installTool and launchAsAdminTool are the same file"
 
 
-def prefix_sentences(value, tools):
-    yield from url_sentences(value, tools)
-    if re.fullmatch(r"https?://[^/]*", value):
-        yield (f"must have a path after the host: every address that begins with it is a command, "
-               f"also '{value}.example.net'")
-    elif re.fullmatch(r"https?://[^/]*/+", value):
-        yield "must have a path of its own after the host: every page of the host would be a command"
+def file_sentence(name, file):
+    if "/" in name or name in (".", ".."):
+        return "must be the plain name of a file in Tools"
+    if len(name.encode()) > LONGEST:
+        return f"is longer than {LONGEST} bytes"
+    if not file.is_file():
+        return "is not a file in Tools" if file.exists() else "is not in Tools"
+    return None if os.access(file, os.X_OK) else "is not executable"
 
 
-def analytics_sentences(value, _tools):
+def shell_sentences(value):
+    found = " ".join(character for character in SHELL_CHARACTERS if character in value)
+    if found:
+        yield f"contains {found} which the shell that starts the tools would interpret"
+
+
+def analytics_sentences(value):
     if not re.fullmatch(r"([^=&#%]+=[^&#%]*(&|$))*", value) or value.endswith("&"):
         yield "must be key=value pairs with & between them, without # and % (the installer escapes them itself)"
 
 
-def tool_sentences(value, tools):
-    file = tools / value
-    if "/" in value or value in (".", ".."):
-        yield "must be the plain name of a file in Tools"
-    elif set(value) & set(SHELL_CHARACTERS):
-        yield from shell_sentences(value, tools)
-    elif not file.is_file():
-        yield "is not in Tools"
-    elif not os.access(file, os.X_OK):
-        yield "is not executable"
+def agent_sentences(value):
+    if set(value) & set("&#%+?= /"):
+        yield "must not contain blanks or any of & # % + ? = /, which are special in an address or a path"
+    if len(value.encode()) > LONGEST:
+        yield f"is longer than {LONGEST} bytes"
+    yield from shell_sentences(value)
 
 
-def shell_sentences(value, _tools):
-    found = " ".join(character for character in SHELL_CHARACTERS if character in value)
-    if found:
-        yield f"contains {found} which the shell that starts the tools would take as its own"
-
-
-def agent_sentences(value, tools):
-    if set(value) & set("&#%+?= "):
-        yield "must not contain blanks or any of & # % + ? =, which mean something else in an address"
-    yield from shell_sentences(value, tools)
-
-
-def directory_sentences(value, tools):
+def directory_sentences(value):
+    path = os.path.normpath(value)
     if not value.startswith("/"):
         yield "must be an absolute path"
-    yield from shell_sentences(value, tools)
+    elif ".." in value.split("/"):
+        yield "must not contain .. as a part of its path"
+    elif path in SHARED_DIRECTORIES or path.startswith("//"):
+        yield "is a directory of the system; the product needs one of its own"
+    elif any(path == directory or path.startswith(f"{directory}/") for directory in SYSTEM_DIRECTORIES):
+        yield "is in a directory of the system"
+    if any(len(part.encode()) > LONGEST for part in value.split("/")):
+        yield f"contains a name longer than {LONGEST} bytes"
+    yield from shell_sentences(value)
 
 
-def language_sentences(value, _tools):
+def language_sentences(value):
     if not re.fullmatch("[A-Za-z]{2,8}(-[A-Za-z0-9]{1,8})*", value):
-        yield "must be the tag of a language, such as en or pt-BR"
+        yield "must be a language tag such as en or pt-BR"
+
+
+def developer_mode_sentences(value):
+    if value != "yes":
+        yield "must be yes; to switch it off, leave the key out"
 
 
 CHECKS = {
-    "firstInstallationPageUrl": page_sentences,
+    "firstInstallationPageUrl": addresses.page_sentences,
     "analyticParams": analytics_sentences,
-    "commandUrlPrefix": prefix_sentences,
-    "installTool": tool_sentences,
-    "launchAsAdminTool": tool_sentences,
+    "commandUrlPrefix": addresses.prefix_sentences,
+    "installTool": shell_sentences,
+    "launchAsAdminTool": shell_sentences,
     "agentId": agent_sentences,
     "targetDir": directory_sentences,
     "lang": language_sentences,
+    "pageHosts": addresses.host_list_sentences,
+    "developerMode": developer_mode_sentences,
 }
