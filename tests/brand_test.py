@@ -78,9 +78,10 @@ VALUES = [
     ("identifier", "com.example." + "x" * 200, "'identifier' is too long"),
     ("summary", "Installs.", "without a full stop at its end"),
     ("maintainer", "Somebody", "maintainer 'Somebody' must be"),
-    ("maintainer", "Acme, Inc. <a@example.com>", "must be a name without a comma"),
-    ("maintainer", "Acme <root@localhost>", "must be a name without a comma and a mail address"),
-    ("maintainer", "Acme <a@example..com>", "must be a name without a comma and a mail address"),
+    ("maintainer", "Acme, Inc. <a@example.com>", "must be a name without commas"),
+    ("maintainer", "(Acme) <a@example.com>", "must be a name without commas, brackets"),
+    ("maintainer", "Acme <root@localhost>", "must be a name without commas"),
+    ("maintainer", "Acme <a@example..com>", "must be a name without commas"),
     ("homepage", "http://example.com", "must be an https address"),
     ("homepage", "https://-/", NO_HOST),
     ("license", "my licence", "must be the short name of a licence"),
@@ -335,7 +336,7 @@ class BrandTest(unittest.TestCase):
 
     def test_an_output_that_cannot_be_is_told(self):
         self.write()
-        for output, sentence in ((f"{'x' * 300}.deb", "is longer than 255 bytes"), ("none/x.deb", "There is no directory"),
+        for output, sentence in ((f"{'x' * 300}.deb", "The result's name is longer"), ("none/x.deb", "There is no directory"),
                                  ("x.rpm", "must end in .deb, .tar.xz, .app")):
             with self.subTest(output=output):
                 self.assertIn(sentence, self.brand(output).stderr)

@@ -12,7 +12,7 @@ import bundle
 import debian
 import product as products
 
-LONGEST_NAME = 255  # bytes
+LONGEST_NAME = 251  # bytes, so that .log can follow
 
 
 def archive(product, template, scratch):
@@ -50,7 +50,7 @@ def mistakes_about(output, make, template):
     if make is None:
         yield f"'{output.name}' must end in {', '.join(MAKERS)}: that says what is made."
     if len(os.fsencode(output.name)) > LONGEST_NAME:
-        yield f"The name of the result is longer than {LONGEST_NAME} bytes."
+        yield f"The result's name is longer than {LONGEST_NAME} bytes."
     elif not output.parent.is_dir():
         yield f"There is no directory '{output.parent}' for the result."
     elif not os.access(output.parent, os.W_OK):
@@ -78,7 +78,9 @@ def main(config_directory, output, template=None):
         try:
             result = make(product, template, pathlib.Path(scratch))
         except debian.Failure as failure:
-            sys.exit(str(failure))
+            log = output.with_name(f"{output.name}.log")
+            log.write_text(failure.output, "utf-8")
+            sys.exit(f"{failure} The details are in '{log}'.")
         shutil.move(result, output)
     print(f"Made '{output}'.")
 

@@ -23,7 +23,13 @@ DEPENDS = "glib-networking, librsvg2-common"
 
 
 class Failure(Exception):
-    """A package could not be made; the text says why."""
+    """A package could not be made; `output` is what the program that failed printed."""
+
+    def __init__(self, program, output):
+        library = re.search(r"cannot find library (\S+) needed by .*/(Tools/.+?) \(", output)
+        super().__init__(f"{library[2]} needs the library '{library[1]}', which is not on this computer." if library
+                         else f"The package could not be made, because {program} failed.")
+        self.output = output
 
 
 def missing_programs():
@@ -78,8 +84,7 @@ def run(command, **options):
     """What the command prints; a failure when it does not end well."""
     result = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, **options)
     if result.returncode:
-        said = (result.stderr + result.stdout).decode(errors="replace").strip()
-        raise Failure(f"The package could not be made, {command[0]} failed:\n{said}")
+        raise Failure(command[0], (result.stderr + result.stdout).decode(errors="replace"))
     return result.stdout.decode()
 
 

@@ -25,8 +25,8 @@ FORMS = {
     "identifier": (r"[A-Za-z_][\w-]*(\.[A-Za-z_][\w-]*){2,}", "must be at least three words of letters, digits and - "
                    "with full stops between them, such as com.example.Installer"),
     "summary": (r"[^\\]*[^.\\]", "must be a line without a backslash and without a full stop at its end"),
-    "maintainer": (r"[^<>,@;]+ <[\w.+-]+@([a-z0-9-]+\.)+[a-z][a-z0-9-]+>", "must be a name without a comma and a mail "
-                   "address, such as Example <mail@example.com>"),
+    "maintainer": (r"[^][()<>,@;\"]+ <[\w.+-]+@([a-z0-9-]+\.)+[a-z][a-z0-9-]+>", "must be a name without commas, brackets "
+                   "and quotes and a mail address, such as Example <mail@example.com>"),
     "homepage": (r"https://[^\s<>\"]+", "must be an https address"),
     "license": (r"[A-Za-z0-9.+-]+", "must be the short name of a licence, such as MIT or LicenseRef-proprietary"),
     "depends": (f"{PACKAGE}( ?[,|] ?{PACKAGE})*", "must be names of Debian packages with commas between them"),
