@@ -2,7 +2,6 @@
 
 #include "Query.h"
 
-#include <chrono>
 #include <map>
 #include <mutex>
 #include <string>
@@ -15,14 +14,14 @@ public:
     /// `result` ("success" or "failed") and `version` are shown as they are.
     void store(const Query& report);
 
-    /// The job's last report as a JSON object; `known` is false when nothing was reported yet. `silence` is
-    /// the time since then, in milliseconds.
+    /// The job's last report as a JSON object, with the number of `reports` so far, which tells a report from
+    /// an equal one before it; an empty object when there is none yet.
     std::string toJson(const std::string& job) const;
 
 private:
     struct Job {
-        Query report;
-        std::chrono::steady_clock::time_point heard;
+        Query last;
+        int reports = 0;
     };
 
     mutable std::mutex mutex;

@@ -119,7 +119,7 @@ startTool() {
     reads install.html h1 "Ready to $1"
     picture "$1-ready" install.html
     click install.html '#continue'
-    hear "^command +$1 reportUrl=$site/report"
+    hear "^command +$1 .*reportUrl=$site/report"
     hear "^report +$1 [0-9]+ %"
     hear '^page +install.html .*job='
 }
