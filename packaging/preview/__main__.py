@@ -5,6 +5,7 @@ import pathlib
 import plistlib
 import shlex
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -104,6 +105,7 @@ def main():
         sys.exit(subprocess.run([made / "Contents/MacOS/vok-installer"], check=False).returncode)
 
 
+signal.signal(signal.SIGTERM, lambda *_: sys.exit(143))  # ends the installer, too
 try:
     main()
 except OSError as error:
