@@ -63,6 +63,15 @@ def mistakes_about(output, make, template):
         yield from debian.missing_programs()
 
 
+def logged(details, output):
+    """Leaves what another program printed beside the result, and says where."""
+    if not details:
+        return ""
+    log = output.with_name(f"{output.name}.log")
+    log.write_text(details, "utf-8")
+    return f" The details are in '{log}'."
+
+
 def main(config_directory, output, template=None):
     output = pathlib.Path(output).absolute()
     template = pathlib.Path(template) if template else bundle.find_template()
@@ -78,9 +87,7 @@ def main(config_directory, output, template=None):
         try:
             result = make(product, template, pathlib.Path(scratch))
         except debian.Failure as failure:
-            log = output.with_name(f"{output.name}.log")
-            log.write_text(failure.output, "utf-8")
-            sys.exit(f"{failure} The details are in '{log}'.")
+            sys.exit(f"{failure}{logged(failure.output, output)}")
         shutil.move(result, output)
     print(f"Made '{output}'.")
 

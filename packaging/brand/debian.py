@@ -23,12 +23,10 @@ DEPENDS = "glib-networking, librsvg2-common"
 
 
 class Failure(Exception):
-    """A package could not be made; `output` is what the program that failed printed."""
+    """A package could not be made. `output` is what the program that failed printed, if there was one."""
 
-    def __init__(self, program, output):
-        library = re.search(r"cannot find library (\S+) needed by .*/(Tools/.+?) \(", output)
-        super().__init__(f"{library[2]} needs the library '{library[1]}', which is not on this computer." if library
-                         else f"The package could not be made, because {program} failed.")
+    def __init__(self, sentence, output=""):
+        super().__init__(sentence)
         self.output = output
 
 
@@ -84,7 +82,10 @@ def run(command, **options):
     """What the command prints; a failure when it does not end well."""
     result = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, **options)
     if result.returncode:
-        raise Failure(command[0], (result.stderr + result.stdout).decode(errors="replace"))
+        output = (result.stderr + result.stdout).decode(errors="replace")
+        library = re.search(r"cannot find library (\S+) needed by .*/(Tools/.+?) \(", output)
+        raise Failure(f"{library[2]} needs the library '{library[1]}', which is not on this computer." if library
+                      else f"The package could not be made, because {command[0]} failed.", output)
     return result.stdout.decode()
 
 

@@ -45,7 +45,7 @@ def check_svg(data):
         raise Undecodable(f"is {width:g} by {height:g}; it must be square")
     if not len(root):
         raise Undecodable("draws nothing")
-    if shutil.which("rsvg-convert") and not data.isspace():
+    if shutil.which("rsvg-convert"):
         draw = subprocess.run(["rsvg-convert", "--width=16", "--height=16"], input=data, capture_output=True, check=False)
         if draw.returncode:
             raise Undecodable("cannot be drawn by librsvg, which desktops draw icons with")
