@@ -79,7 +79,7 @@ def read_product(directory, template=None, for_package=False):
         mistakes.append("The directory Tools is missing: the configuration, the splash page and your tools.")
     if not mistakes:
         product.notes += notes_on(values)
-    return product, mistakes
+    return product, [text.printable(mistake) for mistake in mistakes]
 
 
 def configuration_mistakes(product, template, depends):

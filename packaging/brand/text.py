@@ -31,3 +31,9 @@ def invisible_character(text):
         if not character.isprintable():
             return f"U+{ord(character):04X} ({unicodedata.name(character, 'control character').lower()})"
     return None
+
+
+def printable(sentence):
+    """The sentence with escapes for the characters that a terminal would not show, or obey."""
+    return "".join(character if character.isprintable() else character.encode("unicode_escape").decode()
+                   for character in sentence)
