@@ -2,6 +2,7 @@
 import os
 import pathlib
 import plistlib
+import re
 import socket
 import subprocess
 import sys
@@ -12,6 +13,7 @@ import unittest
 SOURCE = pathlib.Path(__file__).resolve().parents[1]
 TEMPLATE = pathlib.Path(sys.argv.pop())
 sys.path.append(str(SOURCE / "packaging/brand"))
+import configuration  # noqa: E402
 import product as products  # noqa: E402
 from brand_mistakes import CONF, CONFIGURATION, CONTENTS, FILES, HEAD, PNGS, SPLASH, SPLASHES, VALUES, png, svg  # noqa: E402
 
@@ -53,6 +55,14 @@ class BrandTest(unittest.TestCase):
         result = self.brand(output, **environment)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         return (self.scratch / output).read_bytes() if (self.scratch / output).is_file() else None
+
+    def test_program_brand_and_readme_know_the_same_keys(self):
+        header = (SOURCE / "src/config/ConfigurationKeys.h").read_text()
+        keys = re.findall(r'constexpr auto (\w+) = "(\w+)";', header)
+        known = [(key, key) for key in configuration.NEEDED + configuration.OPTIONAL]
+        self.assertEqual(keys, known)
+        table = (SOURCE / "README.md").read_text().partition("| Key |")[2].partition("\n\n")[0]
+        self.assertEqual(re.findall(r"^\| `(\w+)`", table, re.MULTILINE), [key for key, _ in known])
 
     def test_a_good_product_becomes_a_bundle(self):
         self.write()

@@ -9,7 +9,7 @@ import text
 
 # The keys that the installer knows: src/config/ConfigurationKeys.h.
 NEEDED = ("firstInstallationPageUrl", "analyticParams", "commandUrlPrefix", "installTool", "launchAsAdminTool")
-OPTIONAL = ("agentId", "targetDir", "lang", "pageHosts", "developerMode")
+OPTIONAL = ("agentId", "targetDir", "lang")
 TOOLS = ("installTool", "launchAsAdminTool")
 
 # The installer hands these to a shell as they stand.
@@ -51,7 +51,7 @@ def sentences(values, tools, template, depends):
             yield f"'{key}' is missing"
     usable = {}
     for key, value in values.items():
-        if key not in NEEDED + OPTIONAL:
+        if key not in CHECKS:
             yield f"unknown key '{key}'"
         elif not isinstance(value, str):
             yield f"'{key}' must be a string"
