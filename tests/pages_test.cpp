@@ -38,6 +38,16 @@ TEST_F(StartUpTest, OtherExceptionsPassThrough) {
     EXPECT_EQ(desktop.events, Events{});
 }
 
+TEST_F(StartUpTest, KnowsCommandURLsOnceItIsConfigured) {
+    EXPECT_FALSE(installer.webViewIsCommandURL("https://pages.test/command?command=install"));
+    start();
+    EXPECT_TRUE(installer.webViewIsCommandURL("https://pages.test/command?command=install"));
+    EXPECT_FALSE(installer.webViewIsCommandURL("https://pages.test/first?to=https://pages.test/command"));
+    config.erase("commandUrlPrefix");
+    start();
+    EXPECT_FALSE(installer.webViewIsCommandURL("https://pages.test/command?command=install"));
+}
+
 struct PageFlowTest : InstallerTest {
     void SetUp() override { start(); }
 

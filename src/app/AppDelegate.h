@@ -115,6 +115,8 @@ public:
     /// default browser.
     void webViewDecidePolicyForNavigationAction(WebView& sender, const std::string& requestURL,
                                                 WebPolicyDecisionListener& listener) override;
+    bool webViewIsCommandURL(const std::string& url) const override;
+    std::string webViewStartURL() const override { return getSplashPageUrl(); }
     WebView& webViewCreateWebViewWithRequest(WebView& sender, const std::string& requestURL) override;
     /// Goes back to the splash page, whose end leads on to the first installation page; the page that was
     /// lost may have been a command URL and is never loaded again. The third loss in a short time ends in a

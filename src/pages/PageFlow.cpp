@@ -58,6 +58,11 @@ void AppDelegate::webViewDecidePolicyForNavigationAction(WebView&, const std::st
     }
 }
 
+bool AppDelegate::webViewIsCommandURL(const std::string& url) const {
+    const auto prefix = appConfig ? FindStringInDict(config(), "commandUrlPrefix") : std::nullopt;
+    return prefix && url.starts_with(*prefix);
+}
+
 WebView& AppDelegate::webViewCreateWebViewWithRequest(WebView& sender, const std::string&) {
     openUrlInNewWindow = true;
     return sender;
