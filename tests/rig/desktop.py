@@ -15,6 +15,16 @@ def press_until(key, condition):
     return wait_for(pressed)
 
 
+def type_text(text):
+    output("xdotool", "type", text)
+
+
+def click_middle(name, button):
+    """Clicks on the middle of the window."""
+    for window in windows(name, "--onlyvisible"):
+        output("xdotool", "mousemove", "--window", window, "450", "450", "click", str(button))
+
+
 def active_window():
     """The name of the window that has the keyboard."""
     return output("xdotool", "getactivewindow", "getwindowname").decode().strip()

@@ -102,6 +102,12 @@ class Request(http.server.BaseHTTPRequestHandler):
         if answer is not None:
             self.answer(answer)
 
+    def do_POST(self):
+        """Expected as "POST" and the path."""
+        self.rfile.read(int(self.headers["Content-Length"]))
+        self.path = f"POST {self.path}"
+        self.do_GET()
+
     def answer(self, body, status=200, **headers):
         """Sends a whole answer; a "_" in a header's name stands for "-"."""
         content = body if isinstance(body, bytes) else body.encode()

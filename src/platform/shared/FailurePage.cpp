@@ -29,12 +29,6 @@ a { display: inline-block; padding: .6rem 1.4rem; border-radius: .5rem; backgrou
   color: var(--on-accent); font-weight: 600; text-decoration: none }
 a:focus-visible { outline: 3px solid var(--text); outline-offset: 2px }
 </style>
-<script>
-addEventListener("keydown", event => {
-  if (event.key === "F5" || (event.key === "r" && (event.ctrlKey || event.metaKey)))
-    document.querySelector("a").click()
-})
-</script>
 <main>
 <h1>This page could not be loaded</h1>
 <p>Check the connection to the network and try again. If that does not help, tell whoever gave you this installer.</p>
@@ -63,12 +57,21 @@ std::string escapedForHtml(const std::string& text) {
     return escaped;
 }
 
+std::string link(const std::string& url, const std::string& title) {
+    return "<a href=\"" + escapedForHtml(url) + "\">" + title + "</a>\n";
+}
+
 }  // namespace
 
-std::string failurePage(const std::string& url, const std::string& reason) {
-    const auto address = escapedForHtml(url);
-    return std::string(beginning) + address + "</dd><dt>Reason</dt><dd>" + escapedForHtml(reason) +
-           "</dd></dl>\n<a href=\"" + address + "\" autofocus>Try again</a>\n</main>\n</html>\n";
+std::string failurePage(const FailedLoad& load) {
+    std::string page(beginning);
+    page +=
+        escapedForHtml(load.url) + "</dd><dt>Reason</dt><dd>" + escapedForHtml(load.reason) + "</dd></dl>\n";
+    if (load.canTryAgain)
+        page += link(load.url, "Try again");
+    if (!load.startAgainURL.empty())
+        page += link(load.startAgainURL, "Start again");
+    return page + "<script>document.links[0]?.focus()</script>\n</main>\n</html>\n";
 }
 
 std::string unsupportedTypeReason(const std::string& mimeType) {

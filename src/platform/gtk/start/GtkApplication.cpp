@@ -65,8 +65,9 @@ void GtkApplication::showPages() {
     installer = std::make_unique<Installer>(*this, bundle, propertyLists, renderer.isPlain(),
                                             application->get_id(), makeDelegate);
     application->add_window(installer->mainWindow());
-    addKeyboardShortcuts(*application.get(), installer->mainWindow(),
-                         [this](double level) { installer->zoomPage(level); });
+    addKeyboardShortcuts(
+        *application.get(), installer->mainWindow(), [this](double level) { installer->zoomPage(level); },
+        [this] { installer->reloadPage(); });
     shielded([this] { installer->applicationDelegate().applicationDidFinishLaunching(); });
     installer->mainWindow().present();
     renderer.restoreEnvironment();

@@ -20,6 +20,7 @@ public:
               bool plainRenderer, const std::string& iconName, const ApplicationDelegateMaker& makeDelegate);
 
     void zoomPage(double level) { webView.setZoomLevel(level); }
+    void reloadPage() { webView.reload(); }
     Gtk::ApplicationWindow& mainWindow() { return window.gtkWindow(); }
     ApplicationDelegate& applicationDelegate() { return *delegate; }
 

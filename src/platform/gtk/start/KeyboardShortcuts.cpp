@@ -20,6 +20,7 @@ struct Shortcut {
 const auto shortcuts = std::to_array<Shortcut>({
     {"app.quit", {"<Control>q"}},
     {"window.close", {"<Control>w"}},
+    {"win.reload", {"F5", "<Control>r"}},
     {"win.zoom-in", {"<Control>plus", "<Control>equal", "<Control>KP_Add"}},
     {"win.zoom-out", {"<Control>minus", "<Control>KP_Subtract"}},
     {"win.actual-size", {"<Control>0", "<Control>KP_0"}},
@@ -28,13 +29,14 @@ const auto shortcuts = std::to_array<Shortcut>({
 }  // namespace
 
 void addKeyboardShortcuts(Gtk::Application& application, Gtk::ApplicationWindow& window,
-                          std::function<void(double)> zoomPage) {
+                          std::function<void(double)> zoomPage, std::function<void()> reloadPage) {
     const auto steps = std::make_shared<int>(0);
     const auto zoomTo = [steps, zoomPage = std::move(zoomPage)](int wanted) {
         *steps = std::clamp(wanted, -mostZoomSteps, mostZoomSteps);
         zoomPage(std::pow(zoomFactor, *steps));
     };
     application.add_action("quit", [&application] { application.quit(); });
+    window.add_action("reload", std::move(reloadPage));
     window.add_action("zoom-in", [=] { zoomTo(*steps + 1); });
     window.add_action("zoom-out", [=] { zoomTo(*steps - 1); });
     window.add_action("actual-size", [=] { zoomTo(0); });

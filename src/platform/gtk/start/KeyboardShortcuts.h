@@ -7,9 +7,9 @@
 
 namespace vok {
 
-/// Binds the keys that people know: Ctrl+Q ends the program, Ctrl+W closes the window; Ctrl with plus, minus
-/// and zero zooms the page by way of `zoomPage`, which gets the new level, 1 for the actual size.
+/// Binds the usual keys: Ctrl+Q ends the program, Ctrl+W closes the window; F5 and Ctrl+R call `reloadPage`;
+/// Ctrl with plus, minus and zero calls `zoomPage` with the new level, 1 for the actual size.
 void addKeyboardShortcuts(Gtk::Application& application, Gtk::ApplicationWindow& window,
-                          std::function<void(double)> zoomPage);
+                          std::function<void(double)> zoomPage, std::function<void()> reloadPage);
 
 }  // namespace vok

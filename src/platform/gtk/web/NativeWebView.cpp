@@ -21,6 +21,8 @@ struct SessionStateUnref {
 constexpr auto blankPage = "about:blank";
 const std::string script = "javascript:";
 constexpr auto notAllowed = "This address is not allowed.";
+constexpr auto noAnswer = "The server does not answer.";
+constexpr auto passwordRequired = "The server requires a user name and a password.";
 
 std::string requestURL(WebKitNavigationAction* action) {
     return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
@@ -45,7 +47,10 @@ private:
 }  // namespace
 
 NativeWebView::NativeWebView(NativeWebViewOwner& viewOwner, const WebKitSession& session)
-    : owner(viewOwner), view(session.makeView()) {
+    : owner(viewOwner), view(session.makeView()),
+      answerWait([this] { showFailurePage(loadingURL(), noAnswer); },
+                 [this] { showFailurePage(loadingURL(), passwordRequired); }),
+      refusedLinks(view.get(), [this](const std::string& url) { showFailurePage(url, notAllowed); }) {
     bindSignals();
 }
 
@@ -68,6 +73,9 @@ void NativeWebView::bindSignals() {
         view.get(), "decide-policy", [this](WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
             return onDecidePolicy(decision, type);
         }));
+    connections.push_back(connect<gboolean(WebKitAuthenticationRequest*)>(
+        view.get(), "authenticate",
+        [this](WebKitAuthenticationRequest* request) { return onAuthenticate(request); }));
     connections.push_back(connect<GtkWidget*(WebKitNavigationAction*)>(
         view.get(), "create", [this](WebKitNavigationAction* action) -> GtkWidget* {
             owner.newWindowRequested(requestURL(action));
@@ -80,8 +88,11 @@ void NativeWebView::bindSignals() {
             return true;
         }));
     connections.push_back(connect<gboolean(WebKitContextMenu*, WebKitHitTestResult*)>(
-        view.get(), "context-menu",
-        [](WebKitContextMenu* menu, WebKitHitTestResult*) { return !restrictContextMenu(menu); }));
+        view.get(), "context-menu", [this](WebKitContextMenu* menu, WebKitHitTestResult*) {
+            return !restrictContextMenu(menu, canReload() ? reloadAction.get() : nullptr);
+        }));
+    connections.push_back(
+        connect<void(GVariant*)>(reloadAction.get(), "activate", [this](GVariant*) { reload(); }));
     connections.push_back(connect<void(WebKitWebProcessTerminationReason)>(
         view.get(), "web-process-terminated",
         [this](WebKitWebProcessTerminationReason) { onProcessTerminated(); }));
@@ -118,19 +129,40 @@ void NativeWebView::load(const std::string& url) {
 }
 
 void NativeWebView::stop() {
-    answerTimeout.stop();
+    answerWait.end();
+    currentLoad = Load::failed;
+    requestedURL.clear();
     failurePageRequested = false;
+    failedLoad.reset();
     webkit_web_view_stop_loading(view.get());
+}
+
+bool NativeWebView::canReload() const {
+    if (failedLoad)
+        return failedLoad->canTryAgain;
+    const auto present = requestedURL.empty() ? url() : std::nullopt;
+    return present && !owner.isCommandURL(*present) && !present->starts_with(owner.startURL());
+}
+
+void NativeWebView::reload() {
+    if (!canReload())
+        return;
+    if (failedLoad) {
+        load(failedLoad->url);
+        return;
+    }
+    reloadRequested = true;
+    webkit_web_view_reload(view.get());
 }
 
 void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
         currentLoad = std::exchange(failurePageRequested, false) ? Load::failurePage : Load::page;
-        answerTimeout.start();
+        answerWait.start();
         if (currentLoad == Load::page)
             owner.loadStarted(*this);
     } else if (event == WEBKIT_LOAD_REDIRECTED) {
-        answerTimeout.start();
+        answerWait.start();
     } else if (event == WEBKIT_LOAD_COMMITTED) {
         onCommitted();
     } else if (event == WEBKIT_LOAD_FINISHED) {
@@ -142,13 +174,16 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
 /// An HTTP error with a body is a page that loads like any other.
 void NativeWebView::replaceEmptyErrorResponse() {
     if (requestedURL.empty())
-        findEmptyErrorResponse(
-            view.get(), [this](const char* url, const std::string& reason) { showFailurePage(url, reason); });
+        findEmptyErrorResponse(view.get(), [this](const char* url, const std::string& reason) {
+            showFailurePage(url, reason, !owner.isCommandURL(url));
+        });
 }
 
 /// An address that WebKitGTK refuses to ask for, such as one with a blocked port, turns into an empty page.
 void NativeWebView::onCommitted() {
-    answerTimeout.stop();
+    answerWait.end();
+    if (currentLoad == Load::page)
+        failedLoad.reset();
     const auto requested = std::exchange(requestedURL, {});
     if (currentLoad == Load::page && url() == blankPage && !requested.empty() && requested != blankPage) {
         currentLoad = Load::failed;
@@ -158,32 +193,40 @@ void NativeWebView::onCommitted() {
     }
 }
 
-void NativeWebView::onSilence() { showFailurePage(url().value_or(""), "The server does not answer."); }
+/// Until a load that a page has begun commits, webkit_web_view_get_uri() gives the address of that page.
+std::string NativeWebView::loadingURL() const {
+    WebKitWebResource* const page = webkit_web_view_get_main_resource(view.get());
+    return page ? webkit_web_resource_get_uri(page) : requestedURL;
+}
+
+bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
+    auto alert = answerWait.signIn(request);
+    if (alert)
+        owner.alertRequested(*std::move(alert));
+    return alert.has_value();
+}
 
 void NativeWebView::onLoadFailed(const char* url, const GError& error) {
-    answerTimeout.stop();
-    currentLoad = Load::failed;
-    if (!isInterruption(error))
+    answerWait.end();
+    if (std::exchange(currentLoad, Load::failed) != Load::failed && !isInterruption(error))
         showFailurePage(url, error.message);
 }
 
-void NativeWebView::showFailurePage(const std::string& url, const std::string& reason) {
+void NativeWebView::showFailurePage(const std::string& url, const std::string& reason, bool canTryAgain) {
     Log("Failed to load '%@' (%@).", url, reason);
+    const auto start = owner.startURL();
+    failedLoad = FailedLoad{url, reason, canTryAgain, url.starts_with(start) ? std::string() : start};
     failurePageRequested = true;
-    // With its own address as the base, the page may link to it even where that is a local file.
-    webkit_web_view_load_alternate_html(view.get(), failurePage(url, reason).c_str(), url.c_str(),
-                                        url.c_str());
+    // A local page may link to any address; the start page is a local file.
+    webkit_web_view_load_alternate_html(view.get(), failurePage(*failedLoad).c_str(), url.c_str(),
+                                        start.c_str());
 }
 
 bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
     switch (type) {
-    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION: {
-        DecisionListener listener(decision);
-        const auto url = requestURL(webkit_navigation_policy_decision_get_navigation_action(
-            WEBKIT_NAVIGATION_POLICY_DECISION(decision)));
-        owner.decideNavigation(url, listener);
+    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION:
+        onNavigation(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
         return true;
-    }
     case WEBKIT_POLICY_DECISION_TYPE_RESPONSE:
         return onResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision));
     default:
@@ -191,10 +234,29 @@ bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyD
     }
 }
 
+void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
+    WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(decision);
+    const auto url = requestURL(action);
+    DecisionListener listener(WEBKIT_POLICY_DECISION(decision));
+    const auto type = webkit_navigation_action_get_navigation_type(action);
+    const bool sendsForm = type == WEBKIT_NAVIGATION_TYPE_FORM_RESUBMITTED;
+    const bool reloads =
+        (type == WEBKIT_NAVIGATION_TYPE_RELOAD || sendsForm) && std::exchange(reloadRequested, false);
+    if (reloads && (sendsForm || owner.isCommandURL(url))) {
+        listener.ignore();
+        if (!owner.isCommandURL(url))
+            load(url);
+        return;
+    }
+    owner.decideNavigation(url, listener);
+}
+
 /// A page that is a file to download would leave the view as it is, without a word.
 bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
-    if (!webkit_response_policy_decision_is_main_frame_main_resource(decision) ||
-        webkit_response_policy_decision_is_mime_type_supported(decision))
+    if (!webkit_response_policy_decision_is_main_frame_main_resource(decision))
+        return false;
+    answerWait.end();
+    if (webkit_response_policy_decision_is_mime_type_supported(decision))
         return false;
     webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
     WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
@@ -204,7 +266,7 @@ bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
 }
 
 void NativeWebView::onProcessTerminated() {
-    answerTimeout.stop();
+    answerWait.end();
     currentLoad = Load::failed;
     failurePageRequested = false;
     owner.processTerminated(*this);

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "platform/shared/FailurePage.h"
 #include "platform/WebView.h"
 #include "platform/gtk/support/Signal.h"
-#include "platform/gtk/web/AnswerTimeout.h"
+#include "platform/gtk/web/AnswerWait.h"
+#include "platform/gtk/web/RefusedLinks.h"
 #include "platform/gtk/web/WebKitSession.h"
 #include "platform/gtk/window/Alert.h"
 
@@ -27,10 +29,13 @@ public:
     virtual void loadFinished(NativeWebView& view) = 0;
     virtual void loadProgressed(double progress) = 0;
     virtual void processTerminated(NativeWebView& view) = 0;
+    /// As the policy delegate has it.
+    virtual bool isCommandURL(const std::string& url) const = 0;
+    virtual std::string startURL() const = 0;
     virtual void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) = 0;
     /// A page asks for a window of its own; the view itself opens none.
     virtual void newWindowRequested(const std::string& requestURL) = 0;
-    /// A page's script has something to say or to ask.
+    /// Something is to be said to the user, or asked.
     virtual void alertRequested(Alert alert) = 0;
 };
 
@@ -51,16 +56,23 @@ public:
     void takeHistoryOf(const NativeWebView& other);
 
     void load(const std::string& url);
+    /// Ends a load that is under way; nothing more of it is reported.
     void stop();
+    bool isLoading() const { return currentLoad == Load::page; }
 
-    /// URL that is being loaded, or else of the page that is there; nothing before the first load.
+    /// Loads the page again, or what the failure page could not load. Does nothing at a command URL and at
+    /// the start page, nor while the application loads another page. A form is not sent again.
+    void reload();
+
+    /// URL of the page, or of the one that the application loads; nothing before the first load.
     std::optional<std::string> url() const;
 
     bool is(WebKitWebView* other) const { return view.get() == other; }
 
     /// Shows in place of the page at `url` that it could not be loaded, and why.
-    void showFailurePage(const std::string& url, const std::string& reason);
-    /// The same, a little later, if the page that has loaded is an HTTP error with an empty body.
+    void showFailurePage(const std::string& url, const std::string& reason, bool canTryAgain = true);
+    /// The same, a little later, if the page that has loaded is an HTTP error with an empty body. A command
+    /// that it has run is not offered again.
     void replaceEmptyErrorResponse();
 
 private:
@@ -74,19 +86,27 @@ private:
 
     void bindSignals();
     void onLoadChanged(WebKitLoadEvent event);
-    void onSilence();
+    /// URL of the load under way.
+    std::string loadingURL() const;
+    bool canReload() const;
+    bool onAuthenticate(WebKitAuthenticationRequest* request);
     void onCommitted();
     void onLoadFailed(const char* url, const GError& error);
     bool onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
+    void onNavigation(WebKitNavigationPolicyDecision* decision);
     bool onResponse(WebKitResponsePolicyDecision* decision);
     void onProcessTerminated();
 
     NativeWebViewOwner& owner;
     GObjectPtr<WebKitWebView> view;
     Load currentLoad = Load::none;
-    std::string requestedURL;           ///< asked for by `load` and not committed yet
-    bool failurePageRequested = false;  ///< the next load to start is our own page
-    AnswerTimeout answerTimeout{[this] { onSilence(); }};
+    std::string requestedURL;              ///< asked for by `load` and not committed yet
+    bool failurePageRequested = false;     ///< the next load to start is our own page
+    bool reloadRequested = false;          ///< the next decision about a reload is about that of `reload`
+    std::optional<FailedLoad> failedLoad;  ///< what the failure page is about, while it is there
+    AnswerWait answerWait;
+    GObjectPtr<GSimpleAction> reloadAction{g_simple_action_new("reload", nullptr)};
+    RefusedLinks refusedLinks;
     std::vector<SignalConnection> connections;
 };
 

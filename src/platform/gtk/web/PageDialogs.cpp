@@ -46,10 +46,14 @@ std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog) {
                  end};
 }
 
-bool restrictContextMenu(WebKitContextMenu* menu) {
+bool restrictContextMenu(WebKitContextMenu* menu, GSimpleAction* reload) {
     for (guint i = webkit_context_menu_get_n_items(menu); i-- > 0;) {
         WebKitContextMenuItem* const item = webkit_context_menu_get_item_at_position(menu, i);
         const auto action = webkit_context_menu_item_get_stock_action(item);
+        if (action == WEBKIT_CONTEXT_MENU_ACTION_RELOAD && reload)
+            webkit_context_menu_insert(
+                menu, webkit_context_menu_item_new_from_gaction(G_ACTION(reload), "Reload", nullptr),
+                static_cast<int>(i));
         if (std::ranges::find(contextMenuActions, action) == contextMenuActions.end())
             webkit_context_menu_remove(menu, item);
     }

@@ -13,8 +13,9 @@ namespace vok {
 /// and no page keeps the user from leaving it.
 std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog);
 
-/// Leaves in a page's context menu what edits text, and the address of a link: going back or loading again
-/// could run a command once more. Is there anything left to show?
-bool restrictContextMenu(WebKitContextMenu* menu);
+/// Leaves in a page's context menu what edits text, the address of a link, and "Reload" where `reload` is not
+/// null: going back could run a command once more, as would WebKitGTK's own reload if the page has changed
+/// while the menu was open. Is there anything left to show?
+bool restrictContextMenu(WebKitContextMenu* menu, GSimpleAction* reload);
 
 }  // namespace vok

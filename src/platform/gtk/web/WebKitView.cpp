@@ -69,6 +69,8 @@ void WebKitView::activateNext() {
         return;
     next->takeHistoryOf(*shown);
     active = next.get();
+    if (shown->isLoading())
+        shown->stop();
 }
 
 void WebKitView::activateShown() {
@@ -78,10 +80,13 @@ void WebKitView::activateShown() {
     active = shown.get();
 }
 
+/// A view that is not active shows a page whose time is over, once the application has asked for another:
+/// what that page begins is cancelled, as it would be with one view.
 void WebKitView::loadStarted(NativeWebView& view) {
-    if (&view == shown.get())
-        activateShown();
-    frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*this, *this);
+    if (&view != active)
+        view.stop();
+    else
+        frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*this, *this);
 }
 
 void WebKitView::loadCommitted(NativeWebView& view) {
@@ -107,6 +112,12 @@ void WebKitView::processTerminated(NativeWebView& view) {
     if (lost)
         frameLoadDelegate->webViewWebContentProcessDidTerminate(*this);
 }
+
+bool WebKitView::isCommandURL(const std::string& url) const {
+    return policyDelegate->webViewIsCommandURL(url);
+}
+
+std::string WebKitView::startURL() const { return policyDelegate->webViewStartURL(); }
 
 void WebKitView::decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) {
     policyDelegate->webViewDecidePolicyForNavigationAction(*this, requestURL, listener);

@@ -23,6 +23,8 @@ public:
     WebKitView(bool plainRenderer, std::function<void(double)> onProgress,
                std::function<void(Alert)> showSheet);
     void setZoomLevel(double level);
+    /// Loads the page again, as far as that runs no command.
+    void reload() { active->reload(); }
 
     Gtk::Widget& widget() { return layers; }
 
@@ -42,6 +44,8 @@ private:
     void loadFinished(NativeWebView& view) override;
     void loadProgressed(double progress) override { onProgress(progress); }
     void processTerminated(NativeWebView& view) override;
+    bool isCommandURL(const std::string& url) const override;
+    std::string startURL() const override;
     void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) override;
     void newWindowRequested(const std::string& requestURL) override;
     void alertRequested(Alert alert) override;

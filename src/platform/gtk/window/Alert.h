@@ -3,9 +3,16 @@
 #include "platform/Window.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace vok {
+
+/// What a sheet asks the user to type.
+struct SignInFields {
+    std::string userName;
+    std::string password;
+};
 
 /// What one sheet says.
 struct Alert {
@@ -15,6 +22,7 @@ struct Alert {
     std::string message;
     std::string cancelButton = {};                ///< none when empty
     std::function<void(bool agreed)> onEnd = {};  ///< agreed: by the default button
+    std::shared_ptr<SignInFields> signIn = {};    ///< filled in before `onEnd`; no fields when null
 };
 
 }  // namespace vok

@@ -77,6 +77,8 @@ AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
     auto& texts = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 12);
     texts.append(title);
     texts.append(messageArea(alert.message));
+    if (alert.signIn)
+        texts.append(*(form = Gtk::make_managed<SignInForm>()));
     texts.append(buttons());
     auto& content = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 18);
     content.set_margin(24);
@@ -85,7 +87,7 @@ AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
     set_child(content);
 
     set_default_widget(defaultButton);
-    set_focus(defaultButton);
+    set_focus(form ? form->firstField() : defaultButton);
     auto shortcuts = Gtk::ShortcutController::create();
     shortcuts->add_shortcut(Gtk::Shortcut::create(Gtk::KeyvalTrigger::create(GDK_KEY_Escape),
                                                   Gtk::NamedAction::create("window.close")));
@@ -104,6 +106,8 @@ Gtk::Box& AlertSheet::buttons() {
     defaultButton.set_size_request(buttonWidth, -1);
     defaultButton.signal_clicked().connect([this] {
         agreed = true;
+        if (form)
+            *alert.signIn = form->content();
         close();
     });
     row.append(defaultButton);

@@ -1,0 +1,65 @@
+#include "platform/gtk/web/SignIn.h"
+
+#include "foundation/StringWithFormat.h"
+#include "platform/gtk/support/Signal.h"
+
+#include <memory>
+
+namespace vok {
+
+namespace {
+
+struct CredentialFree {
+    void operator()(WebKitCredential* credential) const { webkit_credential_free(credential); }
+};
+using Credential = std::unique_ptr<WebKitCredential, CredentialFree>;
+
+bool asksForPassword(WebKitAuthenticationRequest* request) {
+    switch (webkit_authentication_request_get_scheme(request)) {
+    case WEBKIT_AUTHENTICATION_SCHEME_DEFAULT:
+    case WEBKIT_AUTHENTICATION_SCHEME_HTTP_BASIC:
+    case WEBKIT_AUTHENTICATION_SCHEME_HTTP_DIGEST:
+    case WEBKIT_AUTHENTICATION_SCHEME_NTLM:
+    case WEBKIT_AUTHENTICATION_SCHEME_NEGOTIATE:
+        return true;
+    default:
+        return false;
+    }
+}
+
+std::string message(WebKitAuthenticationRequest* request) {
+    const auto question = StringWithFormat(webkit_authentication_request_is_for_proxy(request)
+                                               ? "The proxy server %@ requires a user name and a password."
+                                               : "%@ requires a user name and a password.",
+                                           webkit_authentication_request_get_host(request));
+    return webkit_authentication_request_is_retry(request)
+               ? "The user name or the password is incorrect.\n" + question
+               : question;
+}
+
+}  // namespace
+
+std::optional<Alert> signInAlert(WebKitAuthenticationRequest* request,
+                                 std::function<void(bool agreed)> onEnd) {
+    if (!asksForPassword(request))
+        return std::nullopt;
+    const auto typed = std::make_shared<SignInFields>();
+    const std::shared_ptr<WebKitAuthenticationRequest> kept(
+        WEBKIT_AUTHENTICATION_REQUEST(g_object_ref(request)), g_object_unref);
+    const auto end = [kept, typed, onEnd = std::move(onEnd)](bool agreed) {
+        if (agreed) {
+            const Credential credential(webkit_credential_new(
+                typed->userName.c_str(), typed->password.c_str(), WEBKIT_CREDENTIAL_PERSISTENCE_FOR_SESSION));
+            webkit_authentication_request_authenticate(kept.get(), credential.get());
+        } else {
+            webkit_authentication_request_cancel(kept.get());
+        }
+        onEnd(agreed);
+    };
+    Alert alert{
+        AlertStyle::informational, "Authentication required", "Sign in", message(request), "Cancel", end};
+    alert.signIn = typed;
+    return alert;
+}
+
+}  // namespace vok

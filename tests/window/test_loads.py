@@ -1,0 +1,224 @@
+"""Loads that wait, that need a password, or that are asked for again."""
+
+import base64
+import time
+
+import pytest
+
+from rig import accessibility, desktop
+from rig.installer import TITLE
+from rig.page_server import hang_up, page, script_page
+from rig.waiting import wait_for
+from test_commands import NOT_INSTALLED
+from test_failures import try_again
+
+PASSWORD_REQUIRED = "(The server requires a user name and a password.)"
+SIGN_IN = "127.0.0.1 requires a user name and a password."
+CREDENTIALS = "Basic " + base64.b64encode(b"user:pass word").decode()
+
+
+def start_again(installer):
+    """Chooses "Start again", the second button of the failure page, as soon as it is there."""
+    def pressed():
+        desktop.press_key("Tab")
+        desktop.press_key("Return")
+        return wait_for(lambda: not installer.server.missing(), 2)
+    desktop.wait_for_active_window(TITLE)
+    assert wait_for(pressed)
+
+
+def unauthorized(request):
+    assert "Authorization" not in request.headers
+    request.answer("", 401, WWW_Authenticate='Basic realm="pages"')
+
+
+def authorized(then):
+    def answer(request):
+        assert request.headers["Authorization"] == CREDENTIALS
+        return page("authorized", then)
+    return answer
+
+
+def wait_for_sign_in(installer, message):
+    assert wait_for(lambda: message in installer.sheet()), f"the sheet is {installer.sheet()}"
+    desktop.wait_for_active_window("Authentication required")
+
+
+def sign_in(installer, message=SIGN_IN, password="pass word"):
+    wait_for_sign_in(installer, message)
+    desktop.type_text("user")
+    desktop.press_key("Tab")
+    desktop.type_text(password)
+    desktop.press_key("Return")
+
+
+def test_a_first_page_that_needs_a_password_asks_for_it(installer, server):
+    def wrong(request):
+        assert request.headers["Authorization"] != CREDENTIALS
+        request.answer("", 401, WWW_Authenticate='Basic realm="pages"')
+    server.expect(installer.first_path(), unauthorized)
+    installer.start()
+    wait_for_sign_in(installer, SIGN_IN)
+    desktop.press_key("Escape")
+    installer.wait_for_log(PASSWORD_REQUIRED)
+    server.expect(installer.first_path(), unauthorized)
+    try_again(installer)
+    server.expect(installer.first_path(), wrong)
+    sign_in(installer, password="wrong")
+    server.expect(installer.first_path(), authorized("/last"))
+    server.expect("/last")
+    sign_in(installer, f"The user name or the password is incorrect.\n{SIGN_IN}")
+    installer.wait_for_requests()
+
+
+def test_a_command_whose_password_is_refused_runs_when_it_is_given(installer, server, start):
+    state = installer.command("getstate")
+    server.expect(state, unauthorized)
+    start(state)
+    wait_for_sign_in(installer, SIGN_IN)
+    desktop.press_key("Escape")
+    installer.wait_for_log(f"Failed to load '{server.url(state)}' {PASSWORD_REQUIRED}")
+    assert installer.calls("install tool") == []
+    server.expect(state, unauthorized)
+    try_again(installer)
+    server.expect(state, authorized(None))
+    server.expect(f"/back?{NOT_INSTALLED}", authorized("/last"))
+    server.expect("/last")
+    sign_in(installer)
+    installer.wait_for_requests()
+    assert len(installer.calls("install tool")) == 1
+
+
+def test_a_proxy_that_needs_a_password_asks_for_it(installer, server):
+    def refused(request):
+        request.answer("", 407, Proxy_Authenticate='Basic realm="proxy"')
+    def passed(request):
+        assert request.headers["Proxy-Authorization"] == CREDENTIALS
+        return page("proxied", "/last")
+    installer.configuration["firstInstallationPageUrl"] = "http://pages.test/first"
+    installer.environment |= {"http_proxy": server.url(), "no_proxy": ""}
+    first = "http://pages.test" + installer.first_path()
+    server.expect(first, refused)
+    server.expect(first, passed)
+    server.expect("http://pages.test/last")
+    installer.start()
+    sign_in(installer, "The proxy server 127.0.0.1 requires a user name and a password.")
+    installer.wait_for_requests()
+
+
+@pytest.mark.parametrize("begun", [
+    "<meta http-equiv=refresh content=1>", "<script>onload = () => location = 'COMMAND'</script>",
+    "<script>setTimeout(() => location = 'COMMAND', 1000)</script>",
+], ids=["refresh", "at-once", "later"])
+def test_what_the_splash_page_begins_ends_with_the_request_for_the_first_page(installer, server, begun):
+    command = installer.command("uninstall", callback=None, reportUrl="r")
+    installer.splash.write_text(page("splash") + begun.replace("COMMAND", server.url(command)))
+    server.answers["/command"] = page("command")
+    def late(_):
+        time.sleep(3)
+        return page("first", "/last")
+    server.expect(installer.first_path(), late)
+    server.expect("/last")
+    installer.start()
+    installer.wait_for_requests()
+    assert installer.calls("admin tool") == []
+
+
+def test_an_empty_error_at_a_command_url_does_not_offer_the_command_again(installer, server, start):
+    uninstall = installer.command("uninstall", callback=None, reportUrl="r")
+    server.expect(uninstall, lambda request: request.answer("", 404))
+    start(uninstall)
+    installer.wait_for_log(f"Failed to load '{server.url(uninstall)}' (The server answered 404 Not Found.).")
+    desktop.press_key("F5")
+    server.expect(installer.first_path(), page("first", "/last"))
+    server.expect("/last")
+    try_again(installer)  # Return is the only button, "Start again"
+    assert len(installer.calls("admin tool", 1)) == 1
+
+
+def test_start_again_leads_from_a_failed_page_to_the_first_page(installer, server, start):
+    server.answers["/gone"] = hang_up
+    start("/gone")
+    installer.wait_for_log(f"Failed to load '{server.url('/gone')}'")
+    server.expect(installer.first_path(), page("first", "/last"))
+    server.expect("/last")
+    start_again(installer)
+
+
+@pytest.mark.parametrize("key", ["F5", "ctrl+r"])
+def test_a_page_is_loaded_again(installer, server, key):
+    server.expect(installer.first_path(), lambda request: request.answer(page("not found"), 404))
+    installer.start()
+    installer.wait_for_requests()
+    server.expect(installer.first_path(), page("first", "/last"))
+    server.expect("/last")
+    try_again(installer, key)
+
+
+def test_a_callback_page_is_loaded_again_without_its_command(installer, server, start):
+    state = installer.command("getstate")
+    server.expect(state)
+    server.expect(f"/back?{NOT_INSTALLED}")
+    start(state)
+    installer.wait_for_requests()
+    server.expect(f"/back?{NOT_INSTALLED}", page("back", "/last"))
+    server.expect("/last")
+    try_again(installer, "F5")
+    assert len(installer.calls("install tool")) == 1
+
+
+def test_a_page_with_the_result_of_a_form_is_loaded_again_without_the_form(installer, server):
+    server.expect(installer.first_path(), "<form method=post action=/form></form><script>document.forms[0].submit()</script>")
+    server.expect("POST /form")
+    installer.start()
+    installer.wait_for_log(f"frameUrl = {server.url('/form')}")
+    server.expect("/form")
+    try_again(installer, "F5")
+
+
+def test_a_page_at_a_command_url_is_not_loaded_again(installer, server, start):
+    uninstall = installer.command("uninstall", callback=None, reportUrl="r")
+    server.expect(uninstall, script_page("onkeydown = event => { if (event.key == 'n') location = '/next' }"))
+    server.expect("/next")
+    start(uninstall)
+    assert len(installer.calls("admin tool", 1)) == 1
+    desktop.wait_for_active_window(TITLE)
+    for key in "F5", "ctrl+r", "n":
+        desktop.press_key(key)
+    installer.wait_for_requests()
+    assert len(installer.calls("admin tool")) == 1
+
+
+def test_the_splash_page_is_not_loaded_again(installer, server):
+    def late(_):
+        desktop.wait_for_active_window(TITLE)
+        desktop.press_key("F5")
+        time.sleep(2)
+        return page("first", "/last")
+    server.expect(installer.first_path(), late)
+    server.expect("/last")
+    installer.start()
+    installer.wait_for_requests()
+
+
+def test_the_context_menu_loads_a_page_again(installer, server):
+    server.expect(installer.first_path())
+    installer.start()
+    installer.wait_for_requests()
+    desktop.wait_for_active_window(TITLE)
+    server.expect(installer.first_path())
+    desktop.click_middle(TITLE, button=3)
+    items = lambda: [item for item in accessibility.elements(installer.process.pid) if item.role == "menu item"]
+    assert wait_for(items)
+    assert [item.name for item in items()] == ["Reload"]
+    accessibility.press(items()[0])
+    installer.wait_for_requests()
+
+
+def test_a_link_to_a_refused_port_is_a_failed_load(installer, server):
+    server.expect(installer.first_path(), "<a href='http://127.0.0.1:25/mail'>Link</a>"
+                  "<script>onload = () => document.links[0].click()</script>")
+    installer.start()
+    installer.wait_for_log("Failed to load 'http://127.0.0.1:25/mail' (This address is not allowed.).")
+    server.expect(installer.first_path())
+    start_again(installer)
