@@ -4,8 +4,10 @@ import ssl
 import subprocess
 import time
 
+from rig import desktop
 from rig.installer import NETWORK_PROCESS, WEB_PROCESS
 from rig.page_server import page
+from rig.waiting import wait_for
 from table import fault
 
 
@@ -105,6 +107,33 @@ def _(it):
 @fault("first page's server accepts but never answers", "failure page: The server does not answer.", seconds=90)
 def _(it):
     it.answers["/first"] = lambda request: time.sleep(3600)
+    it.start()
+
+
+@fault("page after a command never answers, and is tried again", "page silent; admin tool ran 1×", seconds=90)
+def _(it):
+    it.first("uninstall", callback=None, reportUrl="r")
+    it.answers["/command"] = page("command", "/silent")
+    def silent(_):
+        it.answers["/silent"] = page("silent")
+        time.sleep(3600)
+    it.answers["/silent"] = silent
+    it.start()
+    wait_for(lambda: "The server does not answer." in it.log(), 80)
+    desktop.press_key("F5")
+
+
+@fault("first page's body comes later than a minute", "page first", seconds=90)
+def _(it):
+    def late(request):
+        request.send_response(200)
+        request.send_header("Content-Type", "text/html")
+        request.send_header("X-Content-Type-Options", "nosniff")
+        request.end_headers()
+        request.wfile.flush()
+        time.sleep(65)
+        request.wfile.write(page("first").encode())
+    it.answers["/first"] = late
     it.start()
 
 

@@ -61,7 +61,9 @@ void buildMainMenu(NSApplication* application, NSString* name) {
     NSMenu* const view = addMenu(bar, @"View",
                                  {{@"Actual Size", NSSelectorFromString(@"makeTextStandardSize:"), @"0"},
                                   {@"Zoom In", zoomIn, @"+"},
-                                  {@"Zoom Out", NSSelectorFromString(@"makeTextSmaller:"), @"-"}});
+                                  {@"Zoom Out", NSSelectorFromString(@"makeTextSmaller:"), @"-"},
+                                  {},
+                                  {@"Reload Page", NSSelectorFromString(@"reload:"), @"r"}});
     // On most keyboards "+" needs Shift; browsers zoom in by its key alone as well.
     NSMenuItem* const plainKey = [[NSMenuItem alloc] initWithTitle:@"Zoom In"
                                                             action:zoomIn

@@ -6,14 +6,59 @@
 #include "platform/macos/WebViewDelegate.h"
 #include "platform/shared/FailurePage.h"
 
+#include <functional>
+
+namespace vok {
+
+namespace {
+
+/// The policy delegate of the port, null before it is set.
+const WebPolicyDelegate* policyOf(EngineView* view) {
+    return static_cast<VOKWebViewDelegate*>(view.policyDelegate).policyDelegate;
+}
+
+std::string startURL(EngineView* view) {
+    const auto* const policy = policyOf(view);
+    return policy ? policy->webViewStartURL() : "";
+}
+
+/// Never at a command URL, whose command would run again, nor at the start page.
+bool mayReload(EngineView* view) {
+    const auto url = toOptionalText(view.mainFrame.dataSource.request.URL.absoluteString).value_or("");
+    const auto* const policy = policyOf(view);
+    return policy && !policy->webViewIsCommandURL(url) && !url.starts_with(policy->webViewStartURL());
+}
+
+/// The failure page loads what it stands for. A form is not sent again.
+void reloadPage(EngineView* view, const std::function<void()>& reload) {
+    WebDataSource* const source = view.mainFrame.dataSource;
+    if (source.unreachableURL)
+        [view.mainFrame loadRequest:[NSURLRequest requestWithURL:source.unreachableURL]];
+    else if (!mayReload(view))
+        return;
+    else if ([source.request.HTTPMethod isEqualToString:@"POST"])
+        [view.mainFrame loadRequest:[NSURLRequest requestWithURL:source.request.URL]];
+    else
+        reload();
+}
+
+}  // namespace
+
+}  // namespace vok
+
 /// The engine's view without its keys for the history: back at a command URL, the command would run again. A
-/// page's own history.back() does not come this way.
+/// page's own history.back() and location.reload() do not come this way.
 @interface VOKEngineView : WebView
 - (BOOL)goBack;
 - (BOOL)goForward;
+- (void)reload:(id)sender;
 @end
 
 @implementation VOKEngineView
+
+- (void)reload:(id)sender {
+    vok::calledFromCocoa([&] { vok::reloadPage(self, [&] { [super reload:sender]; }); });
+}
 
 - (BOOL)goBack {
     return NO;
@@ -53,13 +98,15 @@ void WebKitFrame::loadRequest(const std::string& url) {
 
 void WebKitFrame::showFailurePage(const std::string& url, const std::string& reason) {
     Log("Failed to load '%@' (%@).", url, reason);
-    // No navigation decision is asked for an alternate page, so it does not use up that of a new window. With
-    // its own address as the base, the page may link to it even where that is a local file.
+    // No navigation decision is asked for an alternate page, so it does not use up that of a new window. A
+    // local page may link to any address; the start page is a local file.
     NSURL* address = toNSURL(url);
     if (!address.scheme)
         address = toNSURL("about:blank");
-    NSString* const page = toNSString(failurePage(url, reason));
-    [frame loadAlternateHTMLString:page baseURL:address forUnreachableURL:address];
+    const auto start = startURL([frame webView]);
+    const auto startAgainURL = url.starts_with(start) ? std::string() : start;
+    NSString* const page = toNSString(failurePage({url, reason, true, startAgainURL}));
+    [frame loadAlternateHTMLString:page baseURL:toNSURL(start) forUnreachableURL:address];
 }
 
 WebKitView::WebKitView() : view(makeView()), main(*this, [view mainFrame]) {

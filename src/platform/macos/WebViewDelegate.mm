@@ -44,8 +44,8 @@ bool isInterruption(NSError* error) {
     return [error.domain isEqualToString:NSURLErrorDomain] && error.code == NSURLErrorCancelled;
 }
 
-/// What a menu on the page offers: editing, and the address of a link. Going back or loading again could run
-/// a command once more.
+/// What a menu on the page offers beside "Reload": editing, and the address of a link. Going back could run a
+/// command once more.
 bool belongsInContextMenu(NSMenuItem* item) {
     switch (item.tag) {
     case WebMenuItemTagCopyLinkToClipboard:
@@ -56,6 +56,15 @@ bool belongsInContextMenu(NSMenuItem* item) {
     default:
         return false;
     }
+}
+
+/// Not the engine's own item, which would load a command URL again.
+NSMenuItem* reloadItem(EngineView* view, NSString* title) {
+    NSMenuItem* const item = [[NSMenuItem alloc] initWithTitle:title
+                                                        action:@selector(reload:)
+                                                 keyEquivalent:@""];
+    item.target = view;
+    return item;
 }
 
 /// Shows the alert or question of a page's script. Returns whether the user answered OK.
@@ -212,9 +221,12 @@ std::string urlOf(NSURLRequest* request) {
               defaultMenuItems:(NSArray*)defaultMenuItems {
     return vok::calledFromCocoa([&]() -> NSArray* {
         NSMutableArray* const items = [NSMutableArray array];
-        for (NSMenuItem* item in defaultMenuItems)
+        for (NSMenuItem* item in defaultMenuItems) {
             if (vok::belongsInContextMenu(item))
                 [items addObject:item];
+            else if (item.tag == WebMenuItemTagReload)
+                [items addObject:vok::reloadItem(sender, item.title)];
+        }
         return items;
     });
 }

@@ -10,6 +10,7 @@ enum { WebKitErrorFrameLoadInterruptedByPolicyChange = 102 };
 enum {
     WebMenuItemTagCopyLinkToClipboard = 3,
     WebMenuItemTagCopy = 8,
+    WebMenuItemTagReload = 12,
     WebMenuItemTagCut = 13,
     WebMenuItemTagPaste = 14,
 };
@@ -112,5 +113,6 @@ enum {
 - (void)close;
 - (BOOL)goBack;
 - (BOOL)goForward;
+- (void)reload:(id)sender;
 - (NSString*)stringByEvaluatingJavaScriptFromString:(NSString*)script;
 @end
