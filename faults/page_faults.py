@@ -123,20 +123,6 @@ def _(it):
     desktop.press_key("F5")
 
 
-@fault("first page's body comes later than a minute", "page first", seconds=90)
-def _(it):
-    def late(request):
-        request.send_response(200)
-        request.send_header("Content-Type", "text/html")
-        request.send_header("X-Content-Type-Options", "nosniff")
-        request.end_headers()
-        request.wfile.flush()
-        time.sleep(65)
-        request.wfile.write(page("first").encode())
-    it.answers["/first"] = late
-    it.start()
-
-
 @fault("first page redirects for ever", "failure page: Load cannot follow more than 20 redirections")
 def _(it):
     it.answers["/first"] = lambda request: request.answer("", 302, Location=f"/first?{time.monotonic()}")

@@ -136,9 +136,10 @@ def test_an_empty_error_at_a_command_url_does_not_offer_the_command_again(instal
     assert len(installer.calls("admin tool", 1)) == 1
 
 
-def test_start_again_leads_from_a_failed_page_to_the_first_page(installer, server, start):
+def test_start_again_leads_from_a_failed_page_to_the_first_page(installer, server):
     server.answers["/gone"] = hang_up
-    start("/gone")
+    server.expect(installer.first_path(), "<a href='#'>Link</a><script>onload = () => location = '/gone'</script>")
+    installer.start()
     installer.wait_for_log(f"Failed to load '{server.url('/gone')}'")
     server.expect(installer.first_path(), page("first", "/last"))
     server.expect("/last")

@@ -22,19 +22,18 @@ std::string startURL(EngineView* view) {
     return policy ? policy->webViewStartURL() : "";
 }
 
-/// Never at a command URL, whose command would run again, nor at the start page.
-bool mayReload(EngineView* view) {
-    const auto url = toOptionalText(view.mainFrame.dataSource.request.URL.absoluteString).value_or("");
-    const auto* const policy = policyOf(view);
-    return policy && !policy->webViewIsCommandURL(url) && !url.starts_with(policy->webViewStartURL());
-}
-
-/// The failure page loads what it stands for. A form is not sent again.
+/// The failure page loads what it stands for; at a command URL it stands for one that has not run, or for an
+/// empty error of one that has, and only a click on "Try again" can tell. A form is not sent again.
 void reloadPage(EngineView* view, const std::function<void()>& reload) {
     WebDataSource* const source = view.mainFrame.dataSource;
+    NSURL* const address = source.unreachableURL ?: source.request.URL;
+    const auto url = toOptionalText(address.absoluteString).value_or("");
+    const auto* const policy = policyOf(view);
+    if (!policy || policy->webViewIsCommandURL(url))
+        return;
     if (source.unreachableURL)
-        [view.mainFrame loadRequest:[NSURLRequest requestWithURL:source.unreachableURL]];
-    else if (!mayReload(view))
+        [view.mainFrame loadRequest:[NSURLRequest requestWithURL:address]];
+    else if (url.starts_with(policy->webViewStartURL()))
         return;
     else if ([source.request.HTTPMethod isEqualToString:@"POST"])
         [view.mainFrame loadRequest:[NSURLRequest requestWithURL:source.request.URL]];
@@ -96,7 +95,7 @@ void WebKitFrame::loadRequest(const std::string& url) {
     });
 }
 
-void WebKitFrame::showFailurePage(const std::string& url, const std::string& reason) {
+void WebKitFrame::showFailurePage(const std::string& url, const std::string& reason, bool canTryAgain) {
     Log("Failed to load '%@' (%@).", url, reason);
     // No navigation decision is asked for an alternate page, so it does not use up that of a new window. A
     // local page may link to any address; the start page is a local file.
@@ -105,7 +104,7 @@ void WebKitFrame::showFailurePage(const std::string& url, const std::string& rea
         address = toNSURL("about:blank");
     const auto start = startURL([frame webView]);
     const auto startAgainURL = url.starts_with(start) ? std::string() : start;
-    NSString* const page = toNSString(failurePage({url, reason, true, startAgainURL}));
+    NSString* const page = toNSString(failurePage({url, reason, canTryAgain, startAgainURL}));
     [frame loadAlternateHTMLString:page baseURL:toNSURL(start) forUnreachableURL:address];
 }
 

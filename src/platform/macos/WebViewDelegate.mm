@@ -1,5 +1,6 @@
 #include "platform/macos/WebViewDelegate.h"
 
+#include "foundation/StringWithFormat.h"
 #include "platform/macos/Bridging.h"
 #include "platform/macos/Walls.h"
 #include "platform/shared/FailurePage.h"
@@ -91,6 +92,7 @@ std::string urlOf(NSURLRequest* request) {
 }  // namespace vok
 
 @interface VOKWebViewDelegate ()
+- (void)replaceEmptyErrorResponse:(WebDataSource*)page;
 - (void)didFail:(NSError*)error inFrame:(WebFrame*)frame;
 - (void)webView:(WebView*)sender setFrame:(NSRect)frame;  // of WebUIDelegate
 @end
@@ -115,10 +117,28 @@ std::string urlOf(NSURLRequest* request) {
 - (void)webView:(WebView*)sender didFinishLoadForFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
         vok::WebKitFrame other(*self.view, frame);
-        if (!vok::isFailurePage(frame.dataSource))
-            self.frameLoadDelegate->webViewDidFinishLoadForFrame(
-                *self.view, vok::isMain(frame) ? self.view->mainFrame() : other);
+        if (vok::isFailurePage(frame.dataSource))
+            return;
+        self.frameLoadDelegate->webViewDidFinishLoadForFrame(
+            *self.view, vok::isMain(frame) ? self.view->mainFrame() : other);
+        if (vok::isMain(frame) && !frame.provisionalDataSource)
+            [self replaceEmptyErrorResponse:frame.dataSource];
     });
+}
+
+/// An HTTP error with a body is a page that loads like any other. A command that has run is not offered
+/// again.
+- (void)replaceEmptyErrorResponse:(WebDataSource*)page {
+    if (page.data.length || ![page.response isKindOfClass:[NSHTTPURLResponse class]])
+        return;
+    const auto status = static_cast<NSHTTPURLResponse*>(page.response).statusCode;
+    if (status < 400)
+        return;
+    const auto url = vok::urlOf(page.request);
+    const auto meaning = vok::toText([NSHTTPURLResponse localizedStringForStatusCode:status]);
+    self.view->mainFrame().showFailurePage(
+        url, vok::StringWithFormat("The server answered %d %@.", static_cast<int>(status), meaning),
+        !self.policyDelegate->webViewIsCommandURL(url));
 }
 
 - (void)webView:(WebView*)sender didFailProvisionalLoadWithError:(NSError*)error forFrame:(WebFrame*)frame {

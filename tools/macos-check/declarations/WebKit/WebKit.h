@@ -75,6 +75,7 @@ enum {
 @property (nonatomic, readonly, strong) NSMutableURLRequest* request;
 @property (nonatomic, readonly, strong) NSURLResponse* response;
 @property (nonatomic, readonly, strong) NSURL* unreachableURL;
+@property (nonatomic, readonly, copy) NSData* data;
 @end
 
 @interface WebFrameView : NSView
