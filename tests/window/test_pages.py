@@ -58,7 +58,8 @@ def test_another_product_opens_a_window_of_its_own(installer, server, start):
     "document.querySelector('a').click()",
     "open('/opened?a=b&c')",
     "open('/opened?a=b&c', '', 'width=300')",
-], ids=["link", "script", "popup"])
+    "const opened = open(); opened.location = '/opened?a=b&c'",
+], ids=["link", "script", "popup", "address later"])
 def test_a_new_window_opens_in_the_default_browser_and_the_page_stays(installer, server, action):
     server.expect(installer.first_path(), "<!doctype html><a target=_blank href='/opened?a=b&amp;c'>Link</a>"
                   + script_page(f"onload = () => {{ {action}; fetch('/browsed').then(() => location = '/next') }}"))
@@ -79,3 +80,12 @@ def test_a_question_is_a_sheet_whose_answer_reaches_the_page(installer, server, 
     installer.wait_for_sheet(TITLE, "Are you <b>sure</b>?", "Cancel", "OK")
     desktop.press_key(key)
     installer.wait_for_requests()
+
+
+def test_a_window_without_an_address_leaves_the_next_navigation_to_the_page(installer, server):
+    server.expect(installer.first_path(), script_page("onload = () => { open(); open('about:blank'); location = '/next' }"))
+    server.expect("/next", script_page("onload = () => { open('/opened'); location = '/last' }"))
+    server.expect("/last")
+    installer.start()
+    installer.wait_for_requests()
+    assert installer.calls("browser", 1) == [f"[{server.url('/opened')}]"]

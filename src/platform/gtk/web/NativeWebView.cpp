@@ -77,10 +77,7 @@ void NativeWebView::bindSignals() {
         view.get(), "authenticate",
         [this](WebKitAuthenticationRequest* request) { return onAuthenticate(request); }));
     connections.push_back(connect<GtkWidget*(WebKitNavigationAction*)>(
-        view.get(), "create", [this](WebKitNavigationAction* action) -> GtkWidget* {
-            owner.newWindowRequested(requestURL(action));
-            return nullptr;
-        }));
+        view.get(), "create", [this](WebKitNavigationAction*) { return newWindows.open(view.get()); }));
     connections.push_back(connect<gboolean(WebKitScriptDialog*)>(
         view.get(), "script-dialog", [this](WebKitScriptDialog* dialog) {
             if (auto alert = alertFor(view.get(), dialog))
@@ -182,6 +179,7 @@ void NativeWebView::replaceEmptyErrorResponse() {
 /// An address that WebKitGTK refuses to ask for, such as one with a blocked port, turns into an empty page.
 void NativeWebView::onCommitted() {
     answerWait.end();
+    newWindows.closeAll();
     if (currentLoad == Load::page)
         failedLoad.reset();
     const auto requested = std::exchange(requestedURL, {});
@@ -230,7 +228,7 @@ bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyD
     case WEBKIT_POLICY_DECISION_TYPE_RESPONSE:
         return onResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision));
     default:
-        return false;  // a new window is asked for again, in "create"
+        return false;  // "create" follows for a new window, whose own view asks for the decision
     }
 }
 

@@ -4,6 +4,7 @@
 #include "platform/WebView.h"
 #include "platform/gtk/support/Signal.h"
 #include "platform/gtk/web/AnswerWait.h"
+#include "platform/gtk/web/NewWindows.h"
 #include "platform/gtk/web/RefusedLinks.h"
 #include "platform/gtk/web/WebKitSession.h"
 #include "platform/gtk/window/Alert.h"
@@ -33,7 +34,7 @@ public:
     virtual bool isCommandURL(const std::string& url) const = 0;
     virtual std::string startURL() const = 0;
     virtual void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) = 0;
-    /// A page asks for a window of its own; the view itself opens none.
+    /// A window that a page has opened gets its first address; the view itself shows no other window.
     virtual void newWindowRequested(const std::string& requestURL) = 0;
     /// Something is to be said to the user, or asked.
     virtual void alertRequested(Alert alert) = 0;
@@ -107,6 +108,7 @@ private:
     AnswerWait answerWait;
     GObjectPtr<GSimpleAction> reloadAction{g_simple_action_new("reload", nullptr)};
     RefusedLinks refusedLinks;
+    NewWindows newWindows{[this](const std::string& url) { owner.newWindowRequested(url); }};
     std::vector<SignalConnection> connections;
 };
 
