@@ -48,10 +48,10 @@ void GtkApplication::performAfterDelay(double seconds, std::function<void()> per
 
 /// The first start builds the window; each later one arrives here from its own process.
 void GtkApplication::onActivate() {
-    if (const auto windows = application->get_windows(); !windows.empty()) {
-        windows.front()->present();
-        return;
-    }
+    if (installer)
+        return installer->present();
+    if (refusal)
+        return refusal->present();
     application->hold();
     Gtk::IconTheme::get_for_display(Gdk::Display::get_default())
         ->add_search_path(bundle.bundlePath() + "/Contents/Resources/icons");
@@ -69,7 +69,7 @@ void GtkApplication::showPages() {
         *application.get(), installer->mainWindow(), [this](double level) { installer->zoomPage(level); },
         [this] { installer->reloadPage(); });
     shielded([this] { installer->applicationDelegate().applicationDidFinishLaunching(); });
-    installer->mainWindow().present();
+    installer->present();
     renderer.restoreEnvironment();
 }
 
@@ -79,7 +79,7 @@ void GtkApplication::showRefusal(const char* reason) {
     application->add_window(refusal->gtkWindow());
     refusal->beginAlertSheet(
         {AlertStyle::critical, "Error", "OK", reason, {}, [this](bool) { terminate(); }});
-    refusal->gtkWindow().present();
+    refusal->present();
 }
 
 void GtkApplication::onWindowRemoved() {

@@ -14,6 +14,7 @@ Installer::Installer(Application& application, const Bundle& bundle, const Prope
       delegate(
           makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
     window.setPage(webView.widget());
+    window.setAskBeforeClosing([this](auto close) { webView.askBeforeClosing(std::move(close)); });
 }
 
 }  // namespace vok

@@ -35,8 +35,8 @@ void addKeyboardShortcuts(Gtk::Application& application, Gtk::ApplicationWindow&
         *steps = std::clamp(wanted, -mostZoomSteps, mostZoomSteps);
         zoomPage(std::pow(zoomFactor, *steps));
     };
-    application.add_action("quit", [&application] { application.quit(); });
     window.add_action("reload", std::move(reloadPage));
+    application.add_action("quit", [&window] { window.close(); });
     window.add_action("zoom-in", [=] { zoomTo(*steps + 1); });
     window.add_action("zoom-out", [=] { zoomTo(*steps - 1); });
     window.add_action("actual-size", [=] { zoomTo(0); });

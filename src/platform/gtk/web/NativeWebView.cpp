@@ -80,8 +80,7 @@ void NativeWebView::bindSignals() {
         view.get(), "create", [this](WebKitNavigationAction*) { return newWindows.open(view.get()); }));
     connections.push_back(connect<gboolean(WebKitScriptDialog*)>(
         view.get(), "script-dialog", [this](WebKitScriptDialog* dialog) {
-            if (auto alert = alertFor(view.get(), dialog))
-                owner.alertRequested(*std::move(alert));
+            onScriptDialog(dialog);
             return true;
         }));
     connections.push_back(connect<gboolean(WebKitContextMenu*, WebKitHitTestResult*)>(
@@ -263,8 +262,26 @@ bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
     return true;
 }
 
+void NativeWebView::askBeforeClosing(std::function<void()> close) {
+    if (!failedLoad && !url().value_or("file:").starts_with("file:"))
+        closing.ask(std::move(close));
+    else
+        close();
+}
+
+/// A page is left without a question, unless its window closes.
+void NativeWebView::onScriptDialog(WebKitScriptDialog* dialog) {
+    const bool isObjection =
+        webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM;
+    if (isObjection && !closing.isAsking())
+        webkit_script_dialog_confirm_set_confirmed(dialog, true);
+    else if (auto alert = alertFor(view.get(), dialog))
+        owner.alertRequested(isObjection ? closing.onObjection(*std::move(alert)) : *std::move(alert));
+}
+
 void NativeWebView::onProcessTerminated() {
     answerWait.end();
+    closing.closeIfAsked();
     currentLoad = Load::failed;
     failurePageRequested = false;
     owner.processTerminated(*this);

@@ -6,6 +6,7 @@
 #include "platform/gtk/web/AnswerWait.h"
 #include "platform/gtk/web/NewWindows.h"
 #include "platform/gtk/web/RefusedLinks.h"
+#include "platform/gtk/web/PageClosing.h"
 #include "platform/gtk/web/WebKitSession.h"
 #include "platform/gtk/window/Alert.h"
 
@@ -70,6 +71,10 @@ public:
 
     bool is(WebKitWebView* other) const { return view.get() == other; }
 
+    /// Calls `close`, now or later, unless the page that is there objects to the closing of its window and the user
+    /// agrees with it. Only a page of the web may object.
+    void askBeforeClosing(std::function<void()> close);
+
     /// Shows in place of the page at `url` that it could not be loaded, and why.
     void showFailurePage(const std::string& url, const std::string& reason, bool canTryAgain = true);
     /// The same, a little later, if the page that has loaded is an HTTP error with an empty body. A command
@@ -96,6 +101,7 @@ private:
     bool onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     void onNavigation(WebKitNavigationPolicyDecision* decision);
     bool onResponse(WebKitResponsePolicyDecision* decision);
+    void onScriptDialog(WebKitScriptDialog* dialog);
     void onProcessTerminated();
 
     NativeWebViewOwner& owner;
@@ -108,6 +114,7 @@ private:
     AnswerWait answerWait;
     GObjectPtr<GSimpleAction> reloadAction{g_simple_action_new("reload", nullptr)};
     RefusedLinks refusedLinks;
+    PageClosing closing{view.get()};
     NewWindows newWindows{[this](const std::string& url) { owner.newWindowRequested(url); }};
     std::vector<SignalConnection> connections;
 };

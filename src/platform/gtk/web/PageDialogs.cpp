@@ -17,6 +17,8 @@ constexpr std::array contextMenuActions{
     WEBKIT_CONTEXT_MENU_ACTION_SELECT_ALL,
 };
 
+constexpr auto leaveQuestion = "Leave this page? What you have begun here may be lost.";
+
 std::string windowTitle(WebKitWebView* view) {
     const char* const title = gtk_window_get_title(GTK_WINDOW(gtk_widget_get_root(GTK_WIDGET(view))));
     return title ? title : "";
@@ -26,11 +28,9 @@ std::string windowTitle(WebKitWebView* view) {
 
 std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog) {
     const auto type = webkit_script_dialog_get_dialog_type(dialog);
-    if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
-        webkit_script_dialog_confirm_set_confirmed(dialog, true);
-    const bool isQuestion = type == WEBKIT_SCRIPT_DIALOG_CONFIRM;
-    if (type != WEBKIT_SCRIPT_DIALOG_ALERT && !isQuestion)
+    if (type == WEBKIT_SCRIPT_DIALOG_PROMPT)
         return std::nullopt;
+    const bool isQuestion = type != WEBKIT_SCRIPT_DIALOG_ALERT;
     const std::shared_ptr<WebKitScriptDialog> kept(webkit_script_dialog_ref(dialog),
                                                    webkit_script_dialog_unref);
     const auto end = [kept, isQuestion](bool agreed) {
@@ -38,6 +38,8 @@ std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog) {
             webkit_script_dialog_confirm_set_confirmed(kept.get(), agreed);
         webkit_script_dialog_close(kept.get());
     };
+    if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
+        return Alert{AlertStyle::informational, windowTitle(view), "Leave", leaveQuestion, "Stay", end};
     return Alert{AlertStyle::informational,
                  windowTitle(view),
                  "OK",

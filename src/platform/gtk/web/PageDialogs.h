@@ -8,9 +8,8 @@
 
 namespace vok {
 
-/// The sheet for a dialog of a script on a page in `view`: alert() or confirm(), titled like the window. The
-/// script waits until it ends. Nothing for the other dialogs, which are answered here: prompt() returns null,
-/// and no page keeps the user from leaving it.
+/// The sheet for a dialog of a script on a page in `view`: alert(), confirm(), or the question whether to leave
+/// the page, titled like the window. The script waits until it ends. Nothing for prompt(), which returns null.
 std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog);
 
 /// Leaves in a page's context menu what edits text, the address of a link, and "Reload" where `reload` is not

@@ -28,6 +28,9 @@ public:
 
     Gtk::Widget& widget() { return layers; }
 
+    /// Calls `close`, now or later, unless the page objects to the closing of its window and the user agrees.
+    void askBeforeClosing(std::function<void()> close) { shown->askBeforeClosing(std::move(close)); }
+
     WebFrame& mainFrame() override { return *this; }
     std::optional<std::string> mainFrameURL() const override;
     void setShouldUpdateWhileOffscreen(bool update) override;

@@ -1,5 +1,6 @@
 #include "platform/gtk/window/GtkWindow.h"
 
+#include <gdk/wayland/gdkwayland.h>
 #include <glibmm/main.h>
 
 #include <utility>
@@ -15,6 +16,10 @@ GtkWindow::GtkWindow(const std::string& title, const std::string& iconName) {
     window.set_icon_name(iconName);
     window.set_default_size(900, 680);
     window.set_child(overlay);
+    window.property_is_active().signal_changed().connect([this] {
+        if (window.is_active())
+            isMiniaturized = false;
+    });
     window.signal_map().connect([this] { Glib::signal_idle().connect_once([this] { sheets.showNext(); }); });
 }
 
@@ -25,7 +30,33 @@ void GtkWindow::setPage(Gtk::Widget& page) {
     window.set_focus(page);
 }
 
-void GtkWindow::performMiniaturize() { window.minimize(); }
+void GtkWindow::setAskBeforeClosing(std::function<void(std::function<void()>)> ask) {
+    askBeforeClosing = std::move(ask);
+    window.signal_close_request().connect([this] { return onCloseRequest(); }, false);
+}
+
+/// Does the window stay open for now?
+bool GtkWindow::onCloseRequest() {
+    if (mayClose || openSheet)
+        return false;
+    askBeforeClosing([this] {
+        mayClose = true;
+        window.close();
+    });
+    return true;
+}
+
+/// A Wayland compositor does not let a program restore a window, but shows one that is mapped anew.
+void GtkWindow::present() {
+    if (isMiniaturized && GDK_IS_WAYLAND_DISPLAY(window.get_display()->gobj()))
+        window.set_visible(false);
+    window.present();
+}
+
+void GtkWindow::performMiniaturize() {
+    window.minimize();
+    isMiniaturized = true;
+}
 
 void GtkWindow::beginAlertSheet(AlertStyle style, const std::string& title, const std::string& defaultButton,
                                 const std::string& message) {

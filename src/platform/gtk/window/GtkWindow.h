@@ -20,6 +20,13 @@ public:
     /// Fills the window with `page` and gives it the focus.
     void setPage(Gtk::Widget& page);
 
+    /// `ask` is called when the user closes the window, and has `close` called if the window may close; not while a
+    /// sheet is open: then the window closes at once.
+    void setAskBeforeClosing(std::function<void(std::function<void()> close)> ask);
+
+    /// Shows the window in front of all others.
+    void present();
+
     void performMiniaturize() override;
     void beginAlertSheet(AlertStyle style, const std::string& title, const std::string& defaultButton,
                          const std::string& message) override;
@@ -31,11 +38,15 @@ public:
     Gtk::ApplicationWindow& gtkWindow() { return window; }
 
 private:
+    bool onCloseRequest();
     void show(Alert alert);
 
     Gtk::ApplicationWindow window;
     Gtk::Overlay overlay;
     Gtk::ProgressBar progressBar;
+    std::function<void(std::function<void()>)> askBeforeClosing;
+    bool mayClose = false;
+    bool isMiniaturized = false;  ///< by performMiniaturize, and not brought back yet
     std::unique_ptr<AlertSheet> openSheet;
     /// A sheet that is shown before its window would lie behind it.
     SheetQueue sheets{[this] { return !openSheet && window.get_mapped(); }};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/gtk/support/Signal.h"
+#include "platform/gtk/window/Alert.h"
+
+#include <sigc++/connection.h>
+#include <webkit/webkit.h>
+
+#include <functional>
+#include <memory>
+
+namespace vok {
+
+/// Asks a page whether its window may close: a page objects by its beforeunload handler, which WebKitGTK calls
+/// only after the user has touched that page.
+class PageClosing {
+public:
+    /// `view` is borrowed and outlives this object.
+    explicit PageClosing(WebKitWebView* view);
+    ~PageClosing();
+    PageClosing(const PageClosing&) = delete;
+    PageClosing& operator=(const PageClosing&) = delete;
+
+    /// Calls `close` when the page does not object, when the user overrules it, and when the page does not
+    /// answer within a few seconds.
+    void ask(std::function<void()> close);
+
+    bool isAsking() const { return static_cast<bool>(*pendingClose); }
+
+    /// The page objects: `question` is the sheet whose default button closes the window all the same.
+    Alert onObjection(Alert question);
+
+    /// The page is gone, and cannot object any more.
+    void closeIfAsked();
+
+private:
+    WebKitWebView* view;
+    std::shared_ptr<std::function<void()>> pendingClose;  ///< empty unless a page has been asked
+    sigc::connection noAnswer;
+    SignalConnection closed;
+};
+
+}  // namespace vok
