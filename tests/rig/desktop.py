@@ -25,6 +25,11 @@ def click_middle(name, button):
         output("xdotool", "mousemove", "--window", window, "450", "450", "click", str(button))
 
 
+def click():
+    """Clicks near the middle of the active window."""
+    output("xdotool", "getactivewindow", "mousemove", "--window", "%1", "450", "340", "click", "1")
+
+
 def active_window():
     """The name of the window that has the keyboard."""
     return output("xdotool", "getactivewindow", "getwindowname").decode().strip()
