@@ -9,7 +9,7 @@ Installer::Installer(Application& application, const Bundle& bundle, const Prope
                      const ApplicationDelegateMaker& makeDelegate)
     : window(windowTitle(bundle), iconName),
       webView(
-          plainRenderer, [this](double progress) { window.showLoadProgress(progress); },
+          workspace, plainRenderer, [this](double progress) { window.showLoadProgress(progress); },
           [this](Alert alert) { window.beginAlertSheet(std::move(alert)); }),
       delegate(
           makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {

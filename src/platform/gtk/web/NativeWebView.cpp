@@ -5,6 +5,7 @@
 #include "platform/gtk/web/EmptyErrorResponse.h"
 #include "platform/gtk/web/PageDialogs.h"
 #include "platform/shared/FailurePage.h"
+#include "platform/shared/OtherPrograms.h"
 
 #include <Poco/String.h>
 
@@ -34,15 +35,16 @@ bool isInterruption(const GError& error) {
                            WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE);
 }
 
-class DecisionListener final : public WebPolicyDecisionListener {
-public:
-    explicit DecisionListener(WebKitPolicyDecision* asked) : decision(asked) {}
-    void use() override { webkit_policy_decision_use(decision); }
-    void ignore() override { webkit_policy_decision_ignore(decision); }
-
-private:
-    WebKitPolicyDecision* decision;
+struct DecisionListener final : WebPolicyDecisionListener {
+    void use() override { isAllowed = true; }
+    bool isAllowed = false;
 };
+
+std::string contentDisposition(WebKitURIResponse* response) {
+    SoupMessageHeaders* const headers = webkit_uri_response_get_http_headers(response);
+    const char* const value = headers ? soup_message_headers_get_one(headers, "Content-Disposition") : nullptr;
+    return value ? value : "";
+}
 
 }  // namespace
 
@@ -234,32 +236,53 @@ bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyD
 void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
     WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(decision);
     const auto url = requestURL(action);
-    DecisionListener listener(WEBKIT_POLICY_DECISION(decision));
     const auto type = webkit_navigation_action_get_navigation_type(action);
     const bool sendsForm = type == WEBKIT_NAVIGATION_TYPE_FORM_RESUBMITTED;
     const bool reloads =
         (type == WEBKIT_NAVIGATION_TYPE_RELOAD || sendsForm) && std::exchange(reloadRequested, false);
     if (reloads && (sendsForm || owner.isCommandURL(url))) {
-        listener.ignore();
+        webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
         if (!owner.isCommandURL(url))
             load(url);
         return;
     }
+    DecisionListener listener;
     owner.decideNavigation(url, listener);
+    const bool isForOthers = listener.isAllowed && requestedURL.empty() && !isLoadedByWebView(url);
+    if (listener.isAllowed && !isForOthers)
+        webkit_policy_decision_use(WEBKIT_POLICY_DECISION(decision));
+    else
+        webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
+    if (isForOthers)
+        owner.openElsewhere(url);
 }
 
-/// A page that is a file to download would leave the view as it is, without a word.
 bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
     if (!webkit_response_policy_decision_is_main_frame_main_resource(decision))
         return false;
     answerWait.end();
-    if (webkit_response_policy_decision_is_mime_type_supported(decision))
+    WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
+    const std::string type = webkit_uri_response_get_mime_type(response);
+    const bool isSupported = webkit_response_policy_decision_is_mime_type_supported(decision);
+    if (isSupported && !isFile(type, contentDisposition(response)))
         return false;
     webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
-    WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
-    showFailurePage(webkit_uri_response_get_uri(response),
-                    unsupportedTypeReason(webkit_uri_response_get_mime_type(response)));
+    const std::string url = webkit_uri_response_get_uri(response);
+    if (requestedURL.empty())
+        openFile(url, webkit_response_policy_decision_get_request(decision));
+    else
+        showFailurePage(url, isSupported ? isFileReason : unsupportedTypeReason(type));
     return true;
+}
+
+void NativeWebView::openFile(const std::string& url, WebKitURIRequest* request) {
+    const char* const method = webkit_uri_request_get_http_method(request);  // null for "blob:"
+    if (owner.isCommandURL(url))
+        showFailurePage(url, isFileReason);
+    else if (method && canBrowserFetch(url, method))
+        owner.openElsewhere(url);
+    else
+        owner.alertRequested(messageFor(view.get(), fileOfThisWindow));
 }
 
 void NativeWebView::askBeforeClosing(std::function<void()> close) {

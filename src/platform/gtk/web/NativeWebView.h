@@ -37,6 +37,8 @@ public:
     virtual void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) = 0;
     /// A window that a page has opened gets its first address; the view itself shows no other window.
     virtual void newWindowRequested(const std::string& requestURL) = 0;
+    /// An address for another program of the desktop.
+    virtual void openElsewhere(const std::string& url) = 0;
     /// Something is to be said to the user, or asked.
     virtual void alertRequested(Alert alert) = 0;
 };
@@ -70,6 +72,9 @@ public:
     std::optional<std::string> url() const;
 
     bool is(WebKitWebView* other) const { return view.get() == other; }
+
+    /// Opens a file that a page has asked for in the default browser, or tells that it cannot be opened.
+    void openFile(const std::string& url, WebKitURIRequest* request);
 
     /// Calls `close`, now or later, unless the page that is there objects to the closing of its window and the user
     /// agrees with it. Only a page of the web may object.

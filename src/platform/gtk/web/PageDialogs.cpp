@@ -26,6 +26,10 @@ std::string windowTitle(WebKitWebView* view) {
 
 }  // namespace
 
+Alert messageFor(WebKitWebView* view, const std::string& message) {
+    return {AlertStyle::informational, windowTitle(view), "OK", message};
+}
+
 std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog) {
     const auto type = webkit_script_dialog_get_dialog_type(dialog);
     if (type == WEBKIT_SCRIPT_DIALOG_PROMPT)

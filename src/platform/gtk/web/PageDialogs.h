@@ -12,6 +12,9 @@ namespace vok {
 /// the page, titled like the window. The script waits until it ends. Nothing for prompt(), which returns null.
 std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog);
 
+/// A sheet that tells `message` about a page in `view`.
+Alert messageFor(WebKitWebView* view, const std::string& message);
+
 /// Leaves in a page's context menu what edits text, the address of a link, and "Reload" where `reload` is not
 /// null: going back could run a command once more, as would WebKitGTK's own reload if the page has changed
 /// while the menu was open. Is there anything left to show?

@@ -32,13 +32,12 @@ GObjectPtr<WebKitSettings> makeSettings(bool plainRenderer) {
 
 }  // namespace
 
-WebKitSession::WebKitSession(bool plainRenderer, std::function<void(WebKitWebView*, const char*)> onDownload)
+WebKitSession::WebKitSession(bool plainRenderer, std::function<void(WebKitDownload*)> onDownload)
     : settings(makeSettings(plainRenderer)), network(webkit_network_session_new_ephemeral()),
       downloadStarted(connect<void(WebKitDownload*)>(
           network.get(), "download-started", [onDownload = std::move(onDownload)](WebKitDownload* download) {
               webkit_download_cancel(download);
-              onDownload(webkit_download_get_web_view(download),
-                         webkit_uri_request_get_uri(webkit_download_get_request(download)));
+              onDownload(download);
           })) {}
 
 GObjectPtr<WebKitWebView> WebKitSession::makeView() const {

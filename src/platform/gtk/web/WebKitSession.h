@@ -13,9 +13,9 @@ namespace vok {
 /// downloads.
 class WebKitSession {
 public:
-    /// `onDownload` is called with the address of each download, which has been cancelled, and the view whose
-    /// page began it. Otherwise WebKitGTK would put the file into the user's download directory.
-    WebKitSession(bool plainRenderer, std::function<void(WebKitWebView* view, const char* url)> onDownload);
+    /// `onDownload` is called with each download, which has been cancelled. Otherwise WebKitGTK would put the
+    /// file into the user's download directory.
+    WebKitSession(bool plainRenderer, std::function<void(WebKitDownload* download)> onDownload);
 
     GObjectPtr<WebKitWebView> makeView() const;
 

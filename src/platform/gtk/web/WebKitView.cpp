@@ -25,10 +25,10 @@ private:
 
 }  // namespace
 
-WebKitView::WebKitView(bool plainRenderer, std::function<void(double)> progress,
+WebKitView::WebKitView(Workspace& desktop, bool plainRenderer, std::function<void(double)> progress,
                        std::function<void(Alert)> sheets)
-    : onProgress(std::move(progress)), showSheet(std::move(sheets)),
-      session(plainRenderer, [this](WebKitWebView* view, const char* url) { onDownload(view, url); }),
+    : workspace(desktop), onProgress(std::move(progress)), showSheet(std::move(sheets)),
+      session(plainRenderer, [this](WebKitDownload* download) { onDownload(download); }),
       shown(makeNativeView()), next(makeNativeView()), active(shown.get()) {
     setReachable(next->widget(), false);
     layers.set_expand();
@@ -129,9 +129,10 @@ void WebKitView::newWindowRequested(const std::string& requestURL) {
     policyDelegate->webViewDecidePolicyForNavigationAction(target, requestURL, listener);
 }
 
-void WebKitView::onDownload(WebKitWebView* view, const char* url) {
-    auto& beginner = next && next->is(view) ? *next : *shown;
-    beginner.showFailurePage(url, "It is a file to download, which cannot be shown here.");
+void WebKitView::onDownload(WebKitDownload* download) {
+    WebKitURIRequest* const request = webkit_download_get_request(download);
+    auto& view = next && next->is(webkit_download_get_web_view(download)) ? *next : *shown;
+    view.openFile(webkit_uri_request_get_uri(request), request);
 }
 
 void WebKitView::alertRequested(Alert alert) { showSheet(std::move(alert)); }

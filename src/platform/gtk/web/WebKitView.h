@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/WebView.h"
+#include "platform/Workspace.h"
 #include "platform/gtk/web/NativeWebView.h"
 
 #include <gtkmm/overlay.h>
@@ -19,8 +20,9 @@ namespace vok {
 /// it stays and the other one goes.
 class WebKitView final : public WebView, private WebFrame, private NativeWebViewOwner {
 public:
-    /// `onProgress` is called with the load's progress, from 0 to 1.
-    WebKitView(bool plainRenderer, std::function<void(double)> onProgress,
+    /// `workspace` is borrowed and outlives the view. `onProgress` is called with the load's progress, from 0
+    /// to 1.
+    WebKitView(Workspace& workspace, bool plainRenderer, std::function<void(double)> onProgress,
                std::function<void(Alert)> showSheet);
     void setZoomLevel(double level);
     /// Loads the page again, as far as that runs no command.
@@ -51,16 +53,18 @@ private:
     std::string startURL() const override;
     void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) override;
     void newWindowRequested(const std::string& requestURL) override;
+    void openElsewhere(const std::string& url) override { workspace.openURL(url); }
     void alertRequested(Alert alert) override;
 
     std::unique_ptr<NativeWebView> makeNativeView();
-    void onDownload(WebKitWebView* view, const char* url);
+    void onDownload(WebKitDownload* download);
     /// Of one web view's loads only the latest counts; these say which of the two views has it.
     void activateNext();
     void activateShown();
     void showNext();
     void dropNext();
 
+    Workspace& workspace;
     std::function<void(double)> onProgress;
     std::function<void(Alert)> showSheet;
     struct : WebFrameLoadDelegate, WebPolicyDelegate, WebUIDelegate {
