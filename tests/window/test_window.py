@@ -131,12 +131,16 @@ def loads_graphics_driver(process):
     return "libGLESv2" in pathlib.Path(f"/proc/{process}/maps").read_text()
 
 
-def test_the_program_draws_without_graphics_driver_unless_the_user_has_chosen(installer, server, start):
+@pytest.mark.parametrize("choice", [{}, {"GSK_RENDERER": "cairo"}], ids=["default", "chosen"])
+def test_the_graphics_driver_is_loaded_only_if_the_user_has_chosen_a_renderer(installer, server, start, choice):
+    installer.environment |= choice
     server.expect("/last")
     start("/last")
     installer.wait_for_requests()
-    processes = [installer.process.pid, *installer.processes(WEB_PROCESS)]
-    assert not [process for process in processes if loads_graphics_driver(process)]
+    installer.wait_for_log(server.url("/last"))
+    loads = lambda: {loads_graphics_driver(process)
+                     for process in (installer.process.pid, *installer.processes(WEB_PROCESS))}
+    assert wait_for(lambda: loads() == {bool(choice)})
 
 
 def test_tools_inherit_the_renderer_that_the_user_has_chosen(installer, server, start):
