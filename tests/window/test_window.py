@@ -107,7 +107,8 @@ def test_the_context_menu_offers_the_clipboard_and_nothing_that_leaves_the_page(
     installer.wait_for_requests()
     desktop.wait_for_active_window(TITLE)
     def menu():
-        return [element.name for element in accessibility.elements(installer.process.pid) if element.role == "menu item"]
+        elements = accessibility.elements(installer.process.pid)
+        return [element.name for element in elements if element.role == "menu item"]
     for y, items in (100, ["Copy Link Location"]), (300, ["Cut", "Copy", "Paste", "Delete", "Select All"]):
         right_click(10, y)
         assert wait_for(lambda: menu() == items), f"the menu has {menu()}"
