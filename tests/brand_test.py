@@ -13,9 +13,9 @@ import unittest
 SOURCE = pathlib.Path(__file__).resolve().parents[1]
 TEMPLATE = pathlib.Path(sys.argv.pop())
 sys.path.append(str(SOURCE / "packaging/brand"))
-import configuration  # noqa: E402
-import product as products  # noqa: E402
-from brand_mistakes import CONF, CONFIGURATION, CONTENTS, FILES, HEAD, PNGS, SPLASH, SPLASHES, VALUES, png, svg  # noqa: E402
+import configuration
+import product as products
+from brand_mistakes import CONF, CONFIGURATION, CONTENTS, FILES, HEAD, PNGS, SPLASH, SPLASHES, VALUES, png, svg
 
 
 class BrandTest(unittest.TestCase):
@@ -149,7 +149,8 @@ class BrandTest(unittest.TestCase):
 
     def test_an_output_that_cannot_be_is_told(self):
         self.write()
-        for output, sentence in ((f"{'x' * 300}.deb", "The result's name is longer"), ("none/x.deb", "There is no directory"),
+        for output, sentence in ((f"{'x' * 300}.deb", "The result's name is longer"),
+                                 ("none/x.deb", "There is no directory"),
                                  ("x.rpm", "must end in .deb, .tar.xz, .app")):
             with self.subTest(output=output):
                 self.assertIn(sentence, self.brand(output).stderr)

@@ -18,9 +18,10 @@ LONGEST = 255  # bytes of a file's name; enough for every value but an address
 
 # Directories that are not one product's own, and those below which nothing else belongs either.
 SHARED_DIRECTORIES = set("""
-    / /etc /home /media /mnt /opt /root /srv /tmp /usr /usr/include /usr/lib /usr/lib32 /usr/lib64 /usr/libexec /usr/local
-    /usr/local/bin /usr/local/etc /usr/local/lib /usr/local/sbin /usr/local/share /usr/share /usr/src /var /var/cache
-    /var/lib /var/log /var/opt /var/spool /var/tmp /Applications /Library /System /Users /private /etc/opt
+    / /etc /home /media /mnt /opt /root /srv /tmp /usr /usr/include /usr/lib /usr/lib32 /usr/lib64 /usr/libexec
+    /usr/local /usr/local/bin /usr/local/etc /usr/local/lib /usr/local/sbin /usr/local/share /usr/share /usr/src
+    /var /var/cache /var/lib /var/log /var/opt /var/spool /var/tmp /Applications /Library /System /Users /private
+    /etc/opt
 """.split())
 SYSTEM_DIRECTORIES = ("/bin", "/boot", "/dev", "/lib", "/lib32", "/lib64", "/proc", "/run", "/sbin", "/sys", "/usr/bin",
                       "/usr/sbin", "/var/lib/dpkg", "/System")

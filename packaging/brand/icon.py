@@ -46,7 +46,8 @@ def check_svg(data):
     if not len(root):
         raise Undecodable("draws nothing")
     if shutil.which("rsvg-convert"):
-        draw = subprocess.run(["rsvg-convert", "--width=16", "--height=16"], input=data, capture_output=True, check=False)
+        draw = subprocess.run(["rsvg-convert", "--width=16", "--height=16"], input=data, capture_output=True,
+                              check=False)
         if draw.returncode:
             raise Undecodable("cannot be drawn by librsvg, which desktops draw icons with")
 

@@ -19,14 +19,16 @@ PACKAGE = r"[a-z0-9][a-z0-9.+-]+( \((<<|<=|=|>=|>>) [\w.+:~-]+\))?"
 
 # What each value has to look like, and how that is said.
 FORMS = {
-    "name": (r"""[^/\\"'$`?.][^/\\"'$`?]*""", "is part of a path that a shell and an address are made of: it must not begin "
-             "with a full stop, nor contain any of / \\ ? \" ' $ `"),
+    "name": (r"""[^/\\"'$`?.][^/\\"'$`?]*""",
+             "is part of a path that a shell and an address are made of: it must not begin with a full stop, "
+             "nor contain any of / \\ ? \" ' $ `"),
     "version": (r"\d+(\.\d+){0,3}", "must be one to four numbers with full stops between them, such as 1.4.0"),
     "identifier": (r"[A-Za-z_][\w-]*(\.[A-Za-z_][\w-]*){2,}", "must be at least three words of letters, digits and - "
                    "with full stops between them, such as com.example.Installer"),
     "summary": (r"[^\\]*[^.\\]", "must be a line without a backslash and without a full stop at its end"),
-    "maintainer": (r"[^][()<>,@;\"]+ <[\w.+-]+@([a-z0-9-]+\.)+[a-z][a-z0-9-]+>", "must be a name without commas, brackets "
-                   "and quotes and a mail address, such as Example <mail@example.com>"),
+    "maintainer": (r"[^][()<>,@;\"]+ <[\w.+-]+@([a-z0-9-]+\.)+[a-z][a-z0-9-]+>",
+                   "must be a name without commas, brackets and quotes and a mail address, "
+                   "such as Example <mail@example.com>"),
     "homepage": (r"https://[^\s<>\"]+", "must be an https address"),
     "license": (r"[A-Za-z0-9.+-]+", "must be the short name of a licence, such as MIT or LicenseRef-proprietary"),
     "depends": (f"{PACKAGE}( ?[,|] ?{PACKAGE})*", "must be names of Debian packages with commas between them"),

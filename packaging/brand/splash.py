@@ -104,7 +104,8 @@ def mistakes_about(name, page, tools, seen):
     """Mistakes in what the page, style sheet or script `name` in Tools loads, and in what that loads in turn."""
     seen.add(name)
     if page.navigates:
-        yield f"Tools/{name}: it goes to another page by itself, but the first installation page follows the splash page."
+        yield (f"Tools/{name}: it goes to another page by itself, "
+               "but the first installation page follows the splash page.")
     for reference in page.found:
         if re.match("(data|about|javascript):|#", reference, re.IGNORECASE):
             continue

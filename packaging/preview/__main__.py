@@ -13,10 +13,10 @@ import urllib.parse
 
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.append(str(HERE.parent / "brand"))
-import bundle  # noqa: E402
-import configuration  # noqa: E402
-import text  # noqa: E402
-from site_server import serve  # noqa: E402
+import bundle
+import configuration
+import text
+from site_server import serve
 
 STATES = ("not-installed", "installed", "failing", "slow", "refused")
 TOOLS = {"installTool": "simulated-tool", "launchAsAdminTool": "simulated-launcher"}
@@ -25,10 +25,12 @@ ADDRESSES = ("firstInstallationPageUrl", "commandUrlPrefix")
 
 def arguments():
     parser = argparse.ArgumentParser(prog="preview", description=__doc__)
-    parser.add_argument("directory", type=pathlib.Path, help="the product, of which Tools/installer_config.plist is needed")
+    parser.add_argument("directory", type=pathlib.Path,
+                        help="the product, of which Tools/installer_config.plist is needed")
     parser.add_argument("state", nargs="?", default="not-installed",
                         help=f"{', '.join(STATES)}; a version may follow: installed=1.0.0")
-    parser.add_argument("--pages", type=pathlib.Path, help="serve the pages from this directory, the root of their host")
+    parser.add_argument("--pages", type=pathlib.Path,
+                        help="serve the pages from this directory, the root of their host")
     parser.add_argument("--bundle", type=pathlib.Path, default=bundle.find_template(), help="the installer to start")
     return parser.parse_args()
 

@@ -17,7 +17,7 @@ protected:
     }
 
     static std::string xml(const std::string& top) {
-        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\">" + top + "</plist>";
+        return R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0">)" + top + "</plist>";
     }
 
     Poco::TemporaryFile file;

@@ -36,7 +36,7 @@ TEST(PlistReaderTest, RefusesZeroBytesInBinaryLists) {
 }
 
 std::string xml(const std::string& top) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\">" + top + "</plist>";
+    return R"(<?xml version="1.0" encoding="UTF-8"?><plist version="1.0">)" + top + "</plist>";
 }
 
 /// ASCII `text` as UTF-16 in the byte order given.

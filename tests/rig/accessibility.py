@@ -4,7 +4,7 @@ import collections
 
 import gi
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi, GLib  # noqa: E402  the version has to be chosen first
+from gi.repository import Atspi, GLib  # the version has to be chosen first
 
 Element = collections.namedtuple("Element", "role name states node")
 

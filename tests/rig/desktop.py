@@ -8,7 +8,7 @@ def press_key(key):
 
 
 def press_until(key, condition):
-    """Presses a key until `condition` holds, since a window that has just opened may miss it; whether it does."""
+    """Presses a key until `condition` holds, since a new window may miss it; returns whether it does."""
     def pressed():
         press_key(key)
         return wait_for(condition, 2)

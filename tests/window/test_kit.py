@@ -54,7 +54,8 @@ def kit_page(script):
 
 def test_values_come_back_as_they_were_and_what_was_told_is_kept(installer, notes):
     installer.answers["/first"] = kit_page(
-        "installer.run('GetState', {callbackUrl: installer.address('/back?x=1', {note: 'a&b=ü% +#', none: undefined})})")
+        "installer.run('GetState',"
+        " {callbackUrl: installer.address('/back?x=1', {note: 'a&b=ü% +#', none: undefined})})")
     installer.answers["/back"] = kit_page(
         "note([installer.answered, installer.received.note, installer.received.x, 'none' in installer.received,"
         " installer.received.productState, installer.told.lang, installer.told.os.startsWith('Mac OS '),"
@@ -117,7 +118,7 @@ def test_a_command_without_an_answer_leaves_a_way_back(installer, notes):
 
 @pytest.fixture
 def first_product(tmp_path):
-    """The pages and the configuration in docs/first-product.md; `seen.html` is gone to at the end of an installation."""
+    """The pages and the configuration in docs/first-product.md; an installation ends on `seen.html`."""
     text = (SOURCE / "docs/first-product.md").read_text()
     files = dict(re.findall(r"`([\w.-]+)`[^\n]*\n\n```\w+\n(.*?)```", text, re.DOTALL))
     site, tools = tmp_path / "site", tmp_path / "product/Tools"
@@ -136,7 +137,7 @@ def first_product(tmp_path):
 
 @pytest.fixture
 def preview(installer, first_product):
-    """Starts the preview in a state, and returns a function that waits for a text in its log, which has each page's URL."""
+    """Starts the preview in a state; returns a function that waits for a string in its log of page URLs."""
     started = []
 
     def start(state):

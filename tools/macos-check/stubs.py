@@ -25,7 +25,8 @@ NAMESPACES = {"PocoFoundation": "4Poco", "jsoncpp": "4Json"}
 
 
 def names(*command):
-    output = subprocess.run(["llvm-nm-14", "--just-symbol-name", *command], check=True, stdout=subprocess.PIPE, text=True)
+    output = subprocess.run(["llvm-nm-14", "--just-symbol-name", *command], check=True, stdout=subprocess.PIPE,
+                            text=True)
     return {line.split("@")[0] for line in output.stdout.split("\n") if line and not line.endswith(":")}
 
 

@@ -1,8 +1,8 @@
 #include "Operations.h"
 
+#include "Download.h"
 #include "Package.h"
 #include "Product.h"
-#include "Download.h"
 
 #include <Poco/JSONString.h>
 

@@ -43,4 +43,6 @@ std::string fillTemplate(std::string text, const std::string& agentId, const std
     return text;
 }
 
-bool isOlder(const std::string& left, const std::string& right) { return versionNumbers(left) < versionNumbers(right); }
+bool isOlder(const std::string& left, const std::string& right) {
+    return versionNumbers(left) < versionNumbers(right);
+}

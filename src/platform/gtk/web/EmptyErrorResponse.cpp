@@ -35,8 +35,8 @@ void findEmptyErrorResponse(WebKitWebView* view, std::function<void(const char*,
     WebKitURIResponse* const response = page ? webkit_web_resource_get_response(page) : nullptr;
     if (!response || webkit_uri_response_get_status_code(response) < firstErrorStatus)
         return;
-    auto question = std::make_unique<Question>(GObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(g_object_ref(view))),
-                                               std::move(tell));
+    auto question = std::make_unique<Question>(
+        Question{GObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(g_object_ref(view))), std::move(tell)});
     webkit_web_resource_get_data(
         page, nullptr,
         [](GObject* object, GAsyncResult* result, gpointer data) {

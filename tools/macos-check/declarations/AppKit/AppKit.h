@@ -6,11 +6,11 @@ enum : NSUInteger { NSEventModifierFlagOption = 1 << 19, NSEventModifierFlagComm
 enum : NSUInteger { NSWindowCollectionBehaviorFullScreenNone = 1 << 9 };  // macOS 10.7
 
 @interface NSWindow (Reference)
-@property (class, nonatomic) BOOL allowsAutomaticWindowTabbing;        // macOS 10.12
-@property (nonatomic) BOOL preventsApplicationTerminationWhenModal;  // macOS 10.6
+@property(class, nonatomic) BOOL allowsAutomaticWindowTabbing;      // macOS 10.12
+@property(nonatomic) BOOL preventsApplicationTerminationWhenModal;  // macOS 10.6
 @end
 
 @interface NSMenuItem (Reference)
-@property (nonatomic, getter=isHidden) BOOL hidden;
-@property (nonatomic) BOOL allowsKeyEquivalentWhenHidden;  // macOS 10.13
+@property(nonatomic, getter=isHidden) BOOL hidden;
+@property(nonatomic) BOOL allowsKeyEquivalentWhenHidden;  // macOS 10.13
 @end

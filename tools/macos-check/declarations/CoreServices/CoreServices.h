@@ -14,7 +14,8 @@ enum { kCSIdentityClassUser = 1, kCSIdentityClassGroup = 2 };
 
 CSIdentityAuthorityRef CSGetLocalIdentityAuthority(void);
 CSIdentityQueryRef CSIdentityQueryCreate(CFAllocatorRef allocator, CSIdentityClass identityClass,
-                                         CSIdentityAuthorityRef authority) __attribute__((cf_returns_retained));
+                                         CSIdentityAuthorityRef authority)
+    __attribute__((cf_returns_retained));
 Boolean CSIdentityQueryExecute(CSIdentityQueryRef query, CSIdentityQueryFlags flags, CFErrorRef* error);
 CFArrayRef CSIdentityQueryCopyResults(CSIdentityQueryRef query) __attribute__((cf_returns_retained));
 

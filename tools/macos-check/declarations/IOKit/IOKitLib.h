@@ -15,8 +15,9 @@ typedef char io_string_t[512];
 extern const mach_port_t kIOMasterPortDefault;
 
 io_registry_entry_t IORegistryEntryFromPath(mach_port_t masterPort, const io_string_t path);
-CFTypeRef IORegistryEntryCreateCFProperty(io_registry_entry_t entry, CFStringRef key, CFAllocatorRef allocator,
-                                          IOOptionBits options) __attribute__((cf_returns_retained));
+CFTypeRef IORegistryEntryCreateCFProperty(io_registry_entry_t entry, CFStringRef key,
+                                          CFAllocatorRef allocator, IOOptionBits options)
+    __attribute__((cf_returns_retained));
 kern_return_t IOObjectRelease(io_object_t object);
 
 }  // extern "C"

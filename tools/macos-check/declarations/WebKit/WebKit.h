@@ -79,14 +79,14 @@ enum {
 @end
 
 @interface WebFrameView : NSView
-@property (nonatomic) BOOL allowsScrolling;
+@property(nonatomic) BOOL allowsScrolling;
 @end
 
 @interface WebFrame : NSObject
-@property (nonatomic, readonly, strong) WebView* webView;
-@property (nonatomic, readonly, strong) WebFrameView* frameView;
-@property (nonatomic, readonly, strong) WebDataSource* dataSource;
-@property (nonatomic, readonly, strong) WebDataSource* provisionalDataSource;
+@property(nonatomic, readonly, strong) WebView* webView;
+@property(nonatomic, readonly, strong) WebFrameView* frameView;
+@property(nonatomic, readonly, strong) WebDataSource* dataSource;
+@property(nonatomic, readonly, strong) WebDataSource* provisionalDataSource;
 - (void)loadRequest:(NSURLRequest*)request;
 - (void)loadAlternateHTMLString:(NSString*)string
                         baseURL:(NSURL*)baseURL
@@ -95,20 +95,20 @@ enum {
 @end
 
 @interface WebPreferences : NSObject
-@property (nonatomic) BOOL javaScriptCanOpenWindowsAutomatically;
-@property (nonatomic) BOOL privateBrowsingEnabled;
+@property(nonatomic) BOOL javaScriptCanOpenWindowsAutomatically;
+@property(nonatomic) BOOL privateBrowsingEnabled;
 - (instancetype)initWithIdentifier:(NSString*)anIdentifier;
 @end
 
 @interface WebView : NSView
-@property (nonatomic, assign) id<WebUIDelegate> UIDelegate;
-@property (nonatomic, assign) id<WebPolicyDelegate> policyDelegate;
-@property (nonatomic, assign) id<WebFrameLoadDelegate> frameLoadDelegate;
-@property (nonatomic, readonly, strong) WebFrame* mainFrame;
-@property (nonatomic, copy) NSString* mainFrameURL;
-@property (nonatomic, strong) WebPreferences* preferences;
-@property (nonatomic) BOOL shouldCloseWithWindow;
-@property (nonatomic) BOOL shouldUpdateWhileOffscreen;
+@property(nonatomic, assign) id<WebUIDelegate> UIDelegate;
+@property(nonatomic, assign) id<WebPolicyDelegate> policyDelegate;
+@property(nonatomic, assign) id<WebFrameLoadDelegate> frameLoadDelegate;
+@property(nonatomic, readonly, strong) WebFrame* mainFrame;
+@property(nonatomic, copy) NSString* mainFrameURL;
+@property(nonatomic, strong) WebPreferences* preferences;
+@property(nonatomic) BOOL shouldCloseWithWindow;
+@property(nonatomic) BOOL shouldUpdateWhileOffscreen;
 + (BOOL)canShowMIMEType:(NSString*)MIMEType;
 - (instancetype)initWithFrame:(NSRect)frame frameName:(NSString*)frameName groupName:(NSString*)groupName;
 - (void)close;
