@@ -26,6 +26,14 @@ if(VOK_DEMO)
 endif()
 
 install(DIRECTORY "${bundle}" DESTINATION . USE_SOURCE_PERMISSIONS)
+if(NOT APPLE)
+  set_target_properties(vok-installer PROPERTIES BUILD_RPATH "\$ORIGIN/../Frameworks")
+  set_target_properties(demo-install-tool PROPERTIES BUILD_RPATH "\$ORIGIN/../../Frameworks")
+  install(CODE "
+    set(contents \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/Vok Installer.app/Contents\")
+    set(scratch \"${CMAKE_BINARY_DIR}/dependencies\")")
+  install(SCRIPT cmake/BundleLibraries.cmake)
+endif()
 
 if(APPLE)
   set(CPACK_GENERATOR DragNDrop)

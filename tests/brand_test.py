@@ -74,6 +74,9 @@ class BrandTest(unittest.TestCase):
         self.assertEqual({file.name for file in (contents / "MacOS/Tools").iterdir()},
                          {"installer_config.plist", *(name[6:] for name in FILES if name.startswith("Tools/"))})
         self.assertTrue((contents / "Resources/icons/hicolor/scalable/apps/com.example.Agent-Setup.svg").is_file())
+        for directory in ("Frameworks", "Resources/licenses"):
+            libraries = {file.name for file in pathlib.Path(TEMPLATE, "Contents", directory).iterdir()}
+            self.assertEqual({file.name for file in (contents / directory).iterdir()}, libraries)
         self.assertTrue(os.access(contents / "MacOS/vok-installer", os.X_OK))
         self.assertEqual((contents / "MacOS/Tools/install tool").stat().st_mode & 0o777, 0o755)
         self.assertIn("exists already", self.brand("Any name.app").stderr)

@@ -6,12 +6,14 @@ import shutil
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 
-# Where a bundle to start from is looked for: in the unpacked archive, in the build tree, installed.
+# Where a bundle to start from is looked for: in the unpacked archive, installed as a package.
 TEMPLATES = (
     SOURCE / "Vok Installer.app",
-    SOURCE / "build/release/Vok Installer.app",
     pathlib.Path("/opt/vok-installer/Vok Installer.app"),
 )
+
+# What every product's bundle has in common: the program, its libraries, their licences, the packages they depend on.
+COMMON = ("MacOS/vok-installer", "Frameworks", "Resources/licenses", "Resources/dependencies")
 
 
 def find_template():
@@ -26,6 +28,9 @@ def copy(source, target):
 
 
 def copy_files(source, target):
+    """Copies a file, or every file of a directory; nothing when there is neither."""
+    if source.is_file():
+        copy(source, target)
     for directory, _, names in os.walk(source, followlinks=True):
         for name in names:
             file = pathlib.Path(directory, name)
@@ -33,7 +38,8 @@ def copy_files(source, target):
 
 
 def make_bundle(product, template, bundle):
-    copy(template / "Contents/MacOS/vok-installer", bundle / "Contents/MacOS/vok-installer")
+    for name in COMMON:
+        copy_files(template / "Contents" / name, bundle / "Contents" / name)
     copy_files(product.tools, bundle / "Contents/MacOS/Tools")
     size = "scalable" if product.icon.suffix == ".svg" else "512x512"
     icon = f"Contents/Resources/icons/hicolor/{size}/apps/{product.values['identifier']}{product.icon.suffix}"

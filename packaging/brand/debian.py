@@ -18,7 +18,7 @@ ICON_SIZES = (16, 24, 32, 48, 64, 128, 256, 512)
 # The programs that making a package takes, and the Debian packages that they are in.
 NEEDED = {"cpack": "cmake", "dpkg-shlibdeps": "dpkg-dev", "rsvg-convert": "librsvg2-bin"}
 
-# What dpkg-shlibdeps does not see: the web view's https, and the toolkit's drawing of the icon.
+# What no library names: the web view's https, and the toolkit's drawing of the icon.
 DEPENDS = "glib-networking, librsvg2-common"
 
 
@@ -40,9 +40,10 @@ def make_package(product, template, scratch):
     tree = scratch / "tree"
     lay_out(product, template, tree)
     values = product.values
+    depends = [DEPENDS, program_dependencies(template), tool_dependencies(tree, scratch), values["depends"]]
     settings = {
         "CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA": ";".join(maintainer_scripts(product, scratch)),
-        "CPACK_DEBIAN_PACKAGE_DEPENDS": ", ".join(filter(None, (DEPENDS, libraries(tree, scratch), values["depends"]))),
+        "CPACK_DEBIAN_PACKAGE_DEPENDS": simplified(depends),
         "CPACK_DEBIAN_PACKAGE_HOMEPAGE": values["homepage"],
         "CPACK_DEBIAN_PACKAGE_MAINTAINER": values["maintainer"],
         "CPACK_INSTALLED_DIRECTORIES": f"{tree};/",
@@ -65,12 +66,32 @@ def maintainer_scripts(product, scratch):
         yield str(scratch / name)
 
 
-def libraries(tree, scratch):
-    """The packages of the libraries that the program and the product's tools need."""
-    programs = [file for file in sorted((tree / "opt").rglob("*")) if file.is_file() and is_program(file)]
+def program_dependencies(template):
+    """The packages that program and libraries of the bundle need, by the names of the oldest release they run on."""
+    try:
+        return (template / "Contents/Resources/dependencies").read_text("utf-8").strip()
+    except FileNotFoundError:
+        raise Failure(f"'{template}' has no libraries of its own: start from an archive or an installed bundle.") from None
+
+
+def tool_dependencies(tree, scratch):
+    """The packages of the libraries that the product's own tools need and the bundle does not bring."""
+    contents = next(tree.glob("opt/*/*.app/Contents"))
+    programs = [file for file in sorted((contents / "MacOS/Tools").rglob("*")) if file.is_file() and is_program(file)]
+    if not programs:
+        return ""
+    bundled = [file.name.replace(".so.", " ") for file in (contents / "Frameworks").iterdir()]
     write(scratch / "debian/control", "Source: product\n\nPackage: product\nArchitecture: any\n")
-    found = run(["dpkg-shlibdeps", "--ignore-missing-info", "-O", *programs], cwd=scratch)
+    write(scratch / "debian/shlibs.local", "\n".join(bundled) + "\n")  # these need no package
+    search = f"-l{contents / 'Frameworks'}"
+    found = run(["dpkg-shlibdeps", search, "--ignore-missing-info", "-O", *programs], cwd=scratch)
     return found.strip().removeprefix("shlibs:Depends=")
+
+
+def simplified(depends):
+    """The dependencies with each package named once, in its highest version."""
+    script = "my $all = deps_parse(shift); $all->simplify_deps(Dpkg::Deps::KnownFacts->new); print $all->output;"
+    return run(["perl", "-MDpkg::Deps", "-e", script, ", ".join(filter(None, depends))])
 
 
 def is_program(file):
