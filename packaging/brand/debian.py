@@ -3,6 +3,7 @@ import base64
 import email.utils
 import gzip
 import os
+import plistlib
 import re
 import shutil
 import subprocess
@@ -122,7 +123,10 @@ def lay_out(product, template, tree):
     install_icons(product.icon, identifier, share / "icons/hicolor")
 
     now = int(os.environ.get("SOURCE_DATE_EPOCH", time.time()))
+    configuration = plistlib.loads((product.tools / "installer_config.plist").read_bytes())
     texts = values | {
+        "action": re.sub("[^a-z0-9.-]", "-", f"{identifier.lower()}.launch-as-admin"),
+        "launch_as_admin": f"/{bundle}/Contents/MacOS/Tools/{configuration['launchAsAdminTool']}",
         "package": package,
         "title": package.upper(),
         "developer": values["maintainer"].partition(" <")[0],
@@ -135,6 +139,7 @@ def lay_out(product, template, tree):
     markup = {name: xml.sax.saxutils.escape(text) for name, text in texts.items()}
     write(share / f"applications/{identifier}.desktop", filled("product.desktop", texts))
     write(share / f"metainfo/{identifier}.metainfo.xml", filled("product.metainfo.xml", markup))
+    write(share / f"polkit-1/actions/{identifier}.policy", filled("product.policy", markup))
     write(share / f"doc/{package}/copyright", filled("copyright", texts))
     write(share / f"doc/{package}/changelog.gz", filled("changelog", texts))
     write(share / f"man/man1/{package}.1.gz", filled("vok-installer.1", texts))
