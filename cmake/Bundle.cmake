@@ -27,6 +27,7 @@ endif()
 
 install(DIRECTORY "${bundle}" DESTINATION . USE_SOURCE_PERMISSIONS)
 if(NOT APPLE)
+  # The build tree has no Frameworks: there the programs find the system's libraries.
   set_target_properties(vok-installer PROPERTIES BUILD_RPATH "\$ORIGIN/../Frameworks")
   set_target_properties(demo-install-tool PROPERTIES BUILD_RPATH "\$ORIGIN/../../Frameworks")
   install(CODE "

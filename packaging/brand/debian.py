@@ -68,7 +68,7 @@ def maintainer_scripts(product, scratch):
 
 
 def program_dependencies(template):
-    """The packages that program and libraries of the bundle need, by the names of the oldest release they run on."""
+    """The packages that the bundle's program and libraries need; Debian 12's names are known to later releases, too."""
     try:
         return (template / "Contents/Resources/dependencies").read_text("utf-8").strip()
     except FileNotFoundError:

@@ -1,4 +1,5 @@
 #include "Arguments.h"
+#include "Log.h"
 #include "Operations.h"
 #include "Reporter.h"
 
@@ -53,7 +54,7 @@ int main(int argc, char** argv) {
         run(Arguments(argc, argv));
         return 0;
     } catch (const std::exception& exception) {
-        std::cerr << "demo-install-tool: " << reason(exception) << '\n';
+        logFailure(reason(exception));
         return 1;
     }
 }

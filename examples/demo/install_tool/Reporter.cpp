@@ -1,10 +1,10 @@
 #include "Reporter.h"
 
 #include "Download.h"
+#include "Log.h"
 
 #include <Poco/URI.h>
 
-#include <iostream>
 #include <utility>
 
 Reporter::Reporter(std::string toUrl, std::string runId, std::string agent, std::string command)
@@ -37,6 +37,6 @@ void Reporter::send(const std::string& event, const std::string& result, int per
                 uri.addQueryParameter(name, value);
         download(uri.toString());
     } catch (const std::exception& exception) {
-        std::cerr << "demo-install-tool: A report did not get through: " << exception.what() << '\n';
+        logFailure(std::string("A report did not get through: ") + exception.what());
     }
 }

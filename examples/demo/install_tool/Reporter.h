@@ -3,8 +3,7 @@
 #include <string>
 
 /// Tells the installation site how the work goes: a GET of the report URL with `pid`, `agentId`, `action`,
-/// `event` and more in its query. A report that does not get through is mentioned on standard error and holds
-/// up nothing.
+/// `event` and more in its query. A report that does not get through is logged and holds up nothing.
 class Reporter {
 public:
     /// The command in lower case becomes `action`. An empty URL sends nothing.
