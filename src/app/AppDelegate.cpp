@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "config/BrowserPaths.h"
 #include "config/DictionaryLookup.h"
 #include "foundation/Exception.h"
 #include "foundation/Log.h"
@@ -11,9 +12,6 @@ namespace vok {
 
 namespace {
 
-constexpr auto chromeInfoPath = "/Applications/Google Chrome.app/Contents/Info.plist";
-constexpr auto firefoxInfoPath = "/Applications/Firefox.app/Contents/Info.plist";
-constexpr auto safariInfoPath = "/Applications/Safari.app/Contents/Info.plist";
 constexpr auto shortVersionKey = "CFBundleShortVersionString";
 
 std::string randomUUIDString() {

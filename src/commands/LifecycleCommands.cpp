@@ -1,9 +1,13 @@
 #include "app/AppDelegate.h"
 
 #include "commands/RunProcess.h"
+#include "config/BrowserPaths.h"
 #include "foundation/StringWithFormat.h"
 #include "platform/Machine.h"
 #include "platform/Window.h"
+#include "platform/Workspace.h"
+
+#include <unistd.h>
 
 namespace vok {
 
@@ -15,7 +19,9 @@ void AppDelegate::executeRebootCommand(const CommandParams&) {
 }
 
 void AppDelegate::executeRunFirefoxCommand(const CommandParams&) {
-    RunProcess("/Applications/Firefox.app/Contents/MacOS/firefox");
+    RunProcess(firefoxPath);
+    if (access(firefoxPath, F_OK) != 0)
+        platform.workspace.openFirefox();
 }
 
 void AppDelegate::executeCancelCommand(const CommandParams& params) {

@@ -1,9 +1,12 @@
 #include "app/AppDelegate.h"
 
 #include "commands/ProductInfo.h"
+#include "config/BrowserPaths.h"
 #include "foundation/StringWithFormat.h"
+#include "platform/Workspace.h"
 
 #include <array>
+#include <unistd.h>
 
 namespace vok {
 
@@ -21,14 +24,18 @@ void AppDelegate::executeGetStateCommand(const CommandParams& params) {
 }
 
 void AppDelegate::executeGetBrowsersCommand(const CommandParams& params) {
-    struct Browser {
+    struct Candidate {
         const char* type;
-        const std::optional<std::string>& version;
+        const std::optional<std::string>& published;
+        const char* infoPath;
     };
     std::string list;
     int index = -1;
-    for (const auto& [type, version] : {Browser{"chrome", versionChrome}, Browser{"firefox", versionFireFox},
-                                        Browser{"safari", versionSafari}}) {
+    for (const auto& [type, published, infoPath] : {Candidate{"chrome", versionChrome, chromeInfoPath},
+                                                    Candidate{"firefox", versionFireFox, firefoxInfoPath},
+                                                    Candidate{"safari", versionSafari, safariInfoPath}}) {
+        const bool elsewhere = !published && access(infoPath, F_OK) != 0;
+        const auto version = elsewhere ? platform.workspace.browserVersion(type) : published;
         if (!version)
             continue;
         ++index;

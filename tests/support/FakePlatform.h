@@ -40,6 +40,8 @@ struct FakePlatform final : Application,
     std::function<std::optional<std::string>()> restartFailure = [] { return std::nullopt; };
     std::optional<std::string> currentURL;
 
+    std::map<std::string, std::string> browsers;  ///< versions of the browsers of the desktop's own, by type
+
     Events events;
     std::function<void()> delayed;
     WebFrameLoadDelegate* frameLoadDelegate = nullptr;
@@ -105,6 +107,11 @@ struct FakePlatform final : Application,
                message);
     }
     void openURL(const std::string& url) override { record("browse " + url); }
+    std::optional<std::string> browserVersion(const std::string& type) override {
+        const auto version = browsers.find(type);
+        return version == browsers.end() ? std::nullopt : std::optional(version->second);
+    }
+    void openFirefox() override { record("open Firefox"); }
 };
 
 }  // namespace vok::test

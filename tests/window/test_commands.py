@@ -1,6 +1,7 @@
 """Commands of the pages, from the command URL to what the user, the tools and the callback page see of them."""
 
 import re
+import subprocess
 
 from rig import desktop
 from rig.installer import TITLE
@@ -13,6 +14,8 @@ def report(action, result=""):
     return f"pid=PID&agentId=AGENT&action={action}&event=finished&result=success&{result}"
 
 
+# No desktop entries but those in the home directory.
+NO_BROWSERS = {"XDG_DATA_DIRS": "/nonexistent", "GSETTINGS_SCHEMA_DIR": "/usr/share/glib-2.0/schemas"}
 NOT_INSTALLED = report("getstate", "productState=NotInstalled")
 
 
@@ -23,6 +26,7 @@ def set_restart(code):
 
 
 def test_commands_report_on_their_callback_pages(installer, server, start):
+    installer.environment |= NO_BROWSERS
     installer.tool("install tool", """printf 'noise\\nInstall info {{"installed": 1, "version": "3.2"}\\n'""")
     browsers, cancel = installer.command("getbrowsers", "/browsers"), installer.command("Cancel", "/cancelled?step=3")
     firefox, state = installer.command("runfirefox", "/never"), installer.command("getstate", "/state")
@@ -39,6 +43,34 @@ def test_commands_report_on_their_callback_pages(installer, server, start):
         "[command=print_installed_product_info][agentId=AGENT][targetDir=/opt/target dir]"
         "[print_info_prefix=Install info {{][print_info_suffix=}]"]
     installer.close_window()
+
+
+def test_browsers_of_the_desktop_are_named_and_started(installer, server, start):
+    installer.environment |= NO_BROWSERS
+    for entry, program, version in (("firefox-esr", "fire fox", "Mozilla Firefox 128.3.0esr"),
+                                    ("chromium", "chromium", "Chromium 120.0.6099.109 built on Debian 12")):
+        installer.tool(program, f"echo '{version}'")
+        (installer.home / f".local/share/applications/{entry}.desktop").write_text(
+            f'[Desktop Entry]\nType=Application\nName=Browser\nExec="{installer.tools}/{program}" %u\n')
+    browsers, firefox = installer.command("getbrowsers", "/browsers"), installer.command("runfirefox", "/never")
+    server.expect(browsers)
+    server.expect("/browsers?" + report(
+        "getbrowsers", "type[0]=chrome&version[0]=120.0.6099.109&type[1]=firefox&version[1]=128.3.0esr&"),
+        page("browsers", firefox))
+    server.expect(firefox)
+    start(browsers)
+    installer.wait_for_requests()
+    assert installer.calls("fire fox", 2) == ["[--version]", "[]"]
+    installer.close_window()
+
+
+def test_a_single_option_prints_and_ends(installer):
+    """Without a display."""
+    environment = {"PATH": installer.environment["PATH"]}
+    version, usage = (subprocess.run([installer.program, option], env=environment, stdout=subprocess.PIPE, text=True,
+                                     check=True).stdout for option in ("--version", "--help"))
+    assert version == f"{TITLE} 1.2.3\n"
+    assert "journalctl -t vok-installer" in usage
 
 
 def test_tools_do_not_inherit_the_renderer(installer, server, start):
