@@ -68,13 +68,13 @@ def _(it):
     it.start()
 
 
-@fault("first page answers 500 without a body", "failure page: The server answered 500 Internal Server Error.")
+@fault("first page answers 500 without a body", "failure page: The server reported an error: 500 Internal Server Error.")
 def _(it):
     it.answers["/first"] = lambda request: request.answer("", 500)
     it.start()
 
 
-@fault("first page answers 404 without a body or its length", "failure page: The server answered 404 Not Found.")
+@fault("first page answers 404 without a body or its length", "failure page: The server reported an error: 404 Not Found.")
 def _(it):
     def answer(request):
         request.send_response(404)
@@ -129,7 +129,7 @@ def _(it):
     it.start()
 
 
-@fault("first page is an attachment", "failure page: It is a file to download, which cannot be shown here.")
+@fault("first page is an attachment", "failure page: This link is a download and cannot be opened here.")
 def _(it):
     it.answers["/first"] = lambda request: request.answer("file", Content_Disposition="attachment; filename=a.html")
     it.start()
@@ -153,7 +153,7 @@ def _(it):
     it.start()
 
 
-@fault("first page has an unknown certificate", "failure page: The certificate of the server cannot be trusted.")
+@fault("first page has an unknown certificate", "failure page: The server's certificate is not trusted.")
 def _(it):
     certificate = it.directory / "certificate"
     subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-subj", "/CN=127.0.0.1",

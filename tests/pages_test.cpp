@@ -10,7 +10,7 @@ using StartUpTest = InstallerTest;
 TEST_F(StartUpTest, PreparesTheWebViewAndShowsTheSplashPage) {
     desktop.propertyLists[tools + "/installer_config.plist"] = config;
     installer.applicationDidFinishLaunching();
-    EXPECT_EQ(desktop.takeEvents(), (Events{"close with window", "update off screen", "load " + splash}));
+    EXPECT_EQ(desktop.takeEvents(), (Events{"language en-GB", "close with window", "update off screen", "load " + splash}));
     EXPECT_EQ(takeLog(), Events{"Natigating to splash page (url = '" + splash + "')..."});
     EXPECT_EQ(desktop.frameLoadDelegate, &installer);
     EXPECT_EQ(desktop.policyDelegate, &installer);

@@ -4,6 +4,7 @@
 #include "config/DictionaryLookup.h"
 #include "foundation/Exception.h"
 #include "foundation/Log.h"
+#include "texts/Texts.h"
 
 #include <Poco/String.h>
 #include <Poco/UUIDGenerator.h>
@@ -34,6 +35,8 @@ void AppDelegate::applicationDidFinishLaunching() {
         appConfig = loadAppConfig();
         agentId = getAgentId();
         preferredLang = getPreferredLanguage("en");
+        useLanguage(*preferredLang);
+        webView->setPreferredLanguage(*preferredLang);
         versionChrome = FindValueInPlistFile(platform.propertyLists, chromeInfoPath, shortVersionKey);
         versionFireFox = FindValueInPlistFile(platform.propertyLists, firefoxInfoPath, shortVersionKey);
         versionSafari = FindValueInPlistFile(platform.propertyLists, safariInfoPath, shortVersionKey);

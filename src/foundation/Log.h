@@ -8,6 +8,9 @@ namespace vok {
 /// backend; a line that cannot be written is lost silently.
 void writeLogLine(const std::string& line) noexcept;
 
+/// A shell command by which the user can read those lines. Defined by the linked backend.
+std::string logCommand();
+
 /// Writes one line, `format` filled by StringWithFormat, to the system log.
 template <class... Arguments>
 void Log(std::string_view format, const Arguments&... arguments) {

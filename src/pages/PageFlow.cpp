@@ -3,6 +3,7 @@
 #include "config/ConfigurationKeys.h"
 #include "config/DictionaryLookup.h"
 #include "foundation/Log.h"
+#include "texts/Texts.h"
 #include "platform/URLParser.h"
 #include "platform/Workspace.h"
 
@@ -74,7 +75,7 @@ void AppDelegate::webViewWebContentProcessDidTerminate(WebView&) {
     lossCount = now - std::exchange(lastLoss, now) < lossMemory ? lossCount + 1 : 1;
     if (lossCount >= greatestLossCount) {
         Log("The web content process has ended again. Giving up.");
-        showErrorMessage("The page cannot be displayed.\nClose the installer and start it again.");
+        showErrorMessage(translated(texts::pageCrashed));
         return;
     }
     Log("The web content process has ended. Going back to the splash page...");

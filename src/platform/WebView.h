@@ -90,6 +90,10 @@ public:
     /// Does the view load, draw and run timers at full speed while its window is hidden?
     virtual void setShouldUpdateWhileOffscreen(bool update) = 0;
 
+    /// The language that pages are asked for and see as `navigator.language`, by its BCP 47 code; by default
+    /// that of the user. A string that is no such code changes nothing. To be set before the first load.
+    virtual void setPreferredLanguage(const std::string& code) = 0;
+
     /// The delegates are borrowed and outlive the view.
     virtual void setFrameLoadDelegate(WebFrameLoadDelegate& delegate) = 0;
     virtual void setPolicyDelegate(WebPolicyDelegate& delegate) = 0;

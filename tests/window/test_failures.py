@@ -55,7 +55,7 @@ def test_a_first_page_out_of_reach_can_be_tried_again(installer, server):
 FAILED_LOADS = pytest.mark.parametrize("answer, reason", [
     (hang_up, "Connection terminated unexpectedly"),
     (lambda request: request.answer("file", Content_Type="application/x-file"),
-     "A file of the type 'application/x-file' cannot be shown here."),
+     "Files of type application/x-file cannot be opened here."),
 ], ids=["hangs-up", "file"])
 
 

@@ -60,6 +60,13 @@ void writeLogLine(const std::string& line) noexcept {
     }
 }
 
+std::string logCommand() {
+    return callCocoa([] {
+        return "log show --last 1h --predicate 'process == \"" +
+               toText([[NSProcessInfo processInfo] processName]) + "\"'";
+    });
+}
+
 void SharedWorkspace::openURL(const std::string& url) {
     const bool opened = shielded([&] {
         return callCocoa([&] {

@@ -22,7 +22,7 @@ public:
     void loadRequest(const std::string& url) override;
 
     /// Our own page in place of one that could not be loaded; nothing of its load is reported.
-    void showFailurePage(const std::string& url, const std::string& reason, bool canTryAgain = true);
+    void showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
 
 private:
     WebView& view;

@@ -91,12 +91,12 @@ void WebKitFrame::loadRequest(const std::string& url) {
         if (target.scheme)
             [frame loadRequest:[NSURLRequest requestWithURL:target]];
         else
-            showFailurePage(url, "This is not the address of a page.");
+            showFailurePage(url, texts::addressNotSupported);
     });
 }
 
-void WebKitFrame::showFailurePage(const std::string& url, const std::string& reason, bool canTryAgain) {
-    Log("Failed to load '%@' (%@).", url, reason);
+void WebKitFrame::showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
+    Log("Failed to load '%@' (%@).", url, reason.logged);
     // No navigation decision is asked for an alternate page, so it does not use up that of a new window. A
     // local page may link to any address; the start page is a local file.
     NSURL* address = toNSURL(url);
@@ -104,7 +104,7 @@ void WebKitFrame::showFailurePage(const std::string& url, const std::string& rea
         address = toNSURL("about:blank");
     const auto start = startURL([frame webView]);
     const auto startAgainURL = url.starts_with(start) ? std::string() : start;
-    NSString* const page = toNSString(failurePage({url, reason, canTryAgain, startAgainURL}));
+    NSString* const page = toNSString(failurePage({url, reason, canTryAgain, startAgainURL}, logCommand()));
     [frame loadAlternateHTMLString:page baseURL:toNSURL(start) forUnreachableURL:address];
 }
 

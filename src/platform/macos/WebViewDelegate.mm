@@ -1,9 +1,8 @@
 #include "platform/macos/WebViewDelegate.h"
 
-#include "foundation/StringWithFormat.h"
 #include "platform/macos/Bridging.h"
+#include "platform/macos/LoadErrors.h"
 #include "platform/macos/Walls.h"
-#include "platform/shared/FailurePage.h"
 
 namespace vok {
 
@@ -34,17 +33,6 @@ bool isFailurePage(WebDataSource* source) { return source.unreachableURL != nil;
 
 bool isMain(EngineFrame* frame) { return frame == [[frame webView] mainFrame]; }
 
-/// The engine's own player takes over a load of sound or video.
-constexpr NSInteger errorPlugInWillHandleLoad = 204;  // of WebKitErrorDomain; the name is in no public header
-
-/// A load that another load, a decision or a player has ended: no failure.
-bool isInterruption(NSError* error) {
-    if ([error.domain isEqualToString:WebKitErrorDomain])
-        return error.code == WebKitErrorFrameLoadInterruptedByPolicyChange ||
-               error.code == errorPlugInWillHandleLoad;
-    return [error.domain isEqualToString:NSURLErrorDomain] && error.code == NSURLErrorCancelled;
-}
-
 /// What a menu on the page offers beside "Reload": editing, and the address of a link. Going back could run a
 /// command once more.
 bool belongsInContextMenu(NSMenuItem* item) {
@@ -73,9 +61,9 @@ bool runPanel(EngineView* view, NSString* message, bool isQuestion) {
     NSAlert* const alert = [[NSAlert alloc] init];
     alert.messageText = view.window.title;
     alert.informativeText = message;
-    [alert addButtonWithTitle:@"OK"];
+    [alert addButtonWithTitle:toNSString(translated(texts::ok))];
     if (isQuestion)
-        [alert addButtonWithTitle:@"Cancel"];
+        [alert addButtonWithTitle:toNSString(translated(texts::cancel))];
     // Else a page could keep Quit, a command or a log-out from ending the application.
     NSWindow* const panel = alert.window;
     panel.preventsApplicationTerminationWhenModal = NO;
@@ -136,9 +124,9 @@ std::string urlOf(NSURLRequest* request) {
         return;
     const auto url = vok::urlOf(page.request);
     const auto meaning = vok::toText([NSHTTPURLResponse localizedStringForStatusCode:status]);
-    self.view->mainFrame().showFailurePage(
-        url, vok::StringWithFormat("The server answered %d %@.", static_cast<int>(status), meaning),
-        !self.policyDelegate->webViewIsCommandURL(url));
+    self.view->mainFrame().showFailurePage(url,
+                                           {vok::texts::serverError, std::to_string(status) + " " + meaning},
+                                           !self.policyDelegate->webViewIsCommandURL(url));
 }
 
 - (void)webView:(WebView*)sender didFailProvisionalLoadWithError:(NSError*)error forFrame:(WebFrame*)frame {
@@ -155,7 +143,7 @@ std::string urlOf(NSURLRequest* request) {
             return;
         NSString* const url = [error.userInfo objectForKey:NSURLErrorFailingURLStringErrorKey];
         self.view->mainFrame().showFailurePage(vok::toOptionalText(url).value_or(std::string()),
-                                               vok::toText(error.localizedDescription));
+                                               vok::reasonOf(error));
     });
 }
 
@@ -188,7 +176,7 @@ std::string urlOf(NSURLRequest* request) {
         decision.ignore();
         if (vok::isMain(frame))
             self.view->mainFrame().showFailurePage(vok::urlOf(request),
-                                                   vok::unsupportedTypeReason(vok::toText(type)));
+                                                   {vok::texts::typeNotSupported, vok::toText(type)});
     });
 }
 

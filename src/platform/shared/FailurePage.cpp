@@ -1,40 +1,19 @@
 #include "platform/shared/FailurePage.h"
 
+#include "foundation/StringWithFormat.h"
+
+#include <functional>
+#include <map>
 #include <string_view>
 
 namespace vok {
 
+/// FailurePage.html, with names in double braces in place of what is filled in.
+extern const std::string_view failurePageTemplate;
+
 namespace {
 
-constexpr std::string_view beginning = R"(<!doctype html>
-<html lang="en">
-<meta charset="utf-8">
-<meta name="viewport" content="width=device-width, initial-scale=1">
-<meta name="color-scheme" content="light dark">
-<title>This page could not be loaded</title>
-<style>
-:root { --ground: #f6f5f4; --text: #241f31; --muted: #5e5c64; --line: #d5d2cf; --accent: #1a5fb4; --on-accent: #fff }
-@media (prefers-color-scheme: dark) {
-  :root { --ground: #242424; --text: #fff; --muted: #c0bfbc; --line: #4a4a4a; --accent: #99c1f1; --on-accent: #1e1e1e }
-}
-body { margin: 0; min-height: 100vh; display: grid; place-items: center; background: var(--ground);
-  color: var(--text); font: 16px/1.5 system-ui, sans-serif }
-main { box-sizing: border-box; width: min(36rem, 100%); padding: 2rem }
-h1 { margin: 0 0 .5rem; font-size: 1.5rem; line-height: 1.3 }
-dl { margin: 1.5rem 0 2rem; padding: 1rem 0; border: solid var(--line); border-width: 1px 0; overflow-wrap: anywhere }
-dt { color: var(--muted); font-size: .875rem }
-dd { margin: 0 0 .75rem; max-height: 7.5rem; overflow: auto }
-dd:last-child { margin: 0 }
-a { display: inline-block; padding: .6rem 1.4rem; border-radius: .5rem; background: var(--accent);
-  color: var(--on-accent); font-weight: 600; text-decoration: none }
-a:focus-visible { outline: 3px solid var(--text); outline-offset: 2px }
-</style>
-<main>
-<h1>This page could not be loaded</h1>
-<p>Check the connection to the network and try again. If that does not help, tell whoever gave you this installer.</p>
-<dl><dt>Address</dt><dd>)";
-
-std::string escapedForHtml(const std::string& text) {
+std::string escapedForHtml(std::string_view text) {
     std::string escaped;
     for (const char character : text) {
         switch (character) {
@@ -57,25 +36,91 @@ std::string escapedForHtml(const std::string& text) {
     return escaped;
 }
 
-std::string link(const std::string& url, const std::string& title) {
-    return "<a href=\"" + escapedForHtml(url) + "\">" + title + "</a>\n";
+std::string escapedForHtml(Text text) { return escapedForHtml(translated(text)); }
+
+/// Host and port of `url`; empty when it has none.
+std::string_view hostOf(std::string_view url) {
+    const auto scheme = url.find("://");
+    if (scheme == url.npos)
+        return {};
+    const auto authority = url.substr(scheme + 3, url.find_first_of("/?#", scheme + 3) - scheme - 3);
+    return authority.substr(authority.rfind('@') + 1);
+}
+
+std::string heading(std::string_view host) {
+    if (host.empty())
+        return escapedForHtml(texts::pageNotLoaded);
+    return StringWithFormat(escapedForHtml(texts::hostNotLoaded), "<bdi>" + escapedForHtml(host) + "</bdi>");
+}
+
+std::string advice(const FailedLoad& load) {
+    std::string advice;
+    if (load.canTryAgain)
+        advice = translated(texts::tryAgainAdvice) + " ";
+    else if (!load.startAgainURL.empty())
+        advice = translated(texts::startAgainAdvice) + " ";
+    return escapedForHtml(advice + translated(texts::contactAdvice));
+}
+
+std::string button(std::string_view id, std::string_view url, Text label) {
+    return StringWithFormat("<a id=\"%@\" href=\"%@\">%@</a>\n", id, escapedForHtml(url),
+                            escapedForHtml(label));
+}
+
+std::string buttons(const FailedLoad& load) {
+    std::string buttons;
+    if (load.canTryAgain)
+        buttons += button("try-again", load.url, texts::tryAgain);
+    if (!load.startAgainURL.empty())
+        buttons += button("start-again", load.startAgainURL, texts::startAgain);
+    return buttons;
+}
+
+std::string filled(std::string_view page, const std::map<std::string_view, std::string>& values) {
+    std::string result;
+    for (;;) {
+        const auto begin = page.find("{{");
+        result += page.substr(0, begin);
+        if (begin == page.npos)
+            return result;
+        const auto end = page.find("}}", begin);
+        result += values.at(page.substr(begin + 2, end - begin - 2));
+        page.remove_prefix(end + 2);
+    }
 }
 
 }  // namespace
 
-std::string failurePage(const FailedLoad& load) {
-    std::string page(beginning);
-    page +=
-        escapedForHtml(load.url) + "</dd><dt>Reason</dt><dd>" + escapedForHtml(load.reason) + "</dd></dl>\n";
-    if (load.canTryAgain)
-        page += link(load.url, "Try again");
-    if (!load.startAgainURL.empty())
-        page += link(load.startAgainURL, "Start again");
-    return page + "<script>document.links[0]?.focus()</script>\n</main>\n</html>\n";
+FailureReason::FailureReason(Text text, const std::string& argument)
+    : shown(argument.empty() ? translated(text) : StringWithFormat(translated(text), argument)),
+      logged(argument.empty() ? text.english : StringWithFormat(text.english, argument)) {}
+
+FailureReason::FailureReason(const std::string& engineMessage)
+    : shown(engineMessage), logged(engineMessage) {}
+
+FailureReason FailureReason::withEngineMessage(Text text, const std::string& message) {
+    FailureReason reason(message);
+    reason.shown = translated(text);
+    return reason;
 }
 
-std::string unsupportedTypeReason(const std::string& mimeType) {
-    return "A file of the type '" + mimeType + "' cannot be shown here.";
+std::string failurePage(const FailedLoad& load, const std::string& logCommand) {
+    return filled(failurePageTemplate, {
+                                           {"language", languageInUse()},
+                                           {"direction", isRightToLeft() ? "rtl" : "ltr"},
+                                           {"title", escapedForHtml(texts::pageNotLoaded)},
+                                           {"heading", heading(hostOf(load.url))},
+                                           {"reason", escapedForHtml(load.reason.shown)},
+                                           {"advice", advice(load)},
+                                           {"buttons", buttons(load)},
+                                           {"details", escapedForHtml(texts::details)},
+                                           {"addressLabel", escapedForHtml(texts::address)},
+                                           {"address", escapedForHtml(load.url)},
+                                           {"reasonLabel", escapedForHtml(texts::reason)},
+                                           {"loggedReason", escapedForHtml(load.reason.logged)},
+                                           {"logLabel", escapedForHtml(texts::log)},
+                                           {"logCommand", escapedForHtml(logCommand)},
+                                       });
 }
 
 }  // namespace vok

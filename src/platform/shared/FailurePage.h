@@ -1,21 +1,34 @@
 #pragma once
 
+#include "texts/Texts.h"
+
 #include <string>
 
 namespace vok {
 
+/// Why a page could not be loaded.
+struct FailureReason {
+    /// `text`, with `argument` in its placeholder if it has one. The log has it in English.
+    FailureReason(Text text, const std::string& argument = {});
+    /// `text` for the user, the engine's own words for the log.
+    static FailureReason withEngineMessage(Text text, const std::string& message);
+    /// The engine's own words for both.
+    explicit FailureReason(const std::string& engineMessage);
+
+    std::string shown;   ///< in the language in use
+    std::string logged;  ///< in English, or in the engine's words
+};
+
 struct FailedLoad {
-    std::string url;
-    std::string reason;
+    std::string url;  ///< of the page that was asked for; any string
+    FailureReason reason;
     bool canTryAgain = true;         ///< offers `url` again
     std::string startAgainURL = {};  ///< what "Start again" leads to; the page offers it unless this is empty
 };
 
-/// The HTML page that takes the place of one that could not be loaded: names the address and the reason, and
-/// offers to go on by links.
-std::string failurePage(const FailedLoad& load);
-
-/// The reason for an answer that is a file of a type that the web view cannot show.
-std::string unsupportedTypeReason(const std::string& mimeType);
+/// The HTML page that takes the place of one that could not be loaded, in the language in use: names the host
+/// and the reason, and offers to go on. The whole URL is under "Details", from where it can be copied, and so
+/// is `logCommand`, by which the user can read the log.
+std::string failurePage(const FailedLoad& load, const std::string& logCommand);
 
 }  // namespace vok

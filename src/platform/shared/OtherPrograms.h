@@ -14,15 +14,8 @@ bool isLoadedByWebView(const std::string& url);
 /// this window's forms nor what exists in its memory only.
 bool canBrowserFetch(const std::string& url, const std::string& method);
 
-/// Is an answer with these headers a file and no page? A PDF is one: the engine would fill the window with its
-/// viewer and leave no way back.
+/// Is an answer with these headers a file and no page? A PDF is one: the engine would fill the window with
+/// its viewer and leave no way back.
 bool isFile(const std::string& mimeType, const std::string& contentDisposition);
-
-/// Why a file is not shown.
-constexpr auto isFileReason = "This link is a download and cannot be opened here.";
-
-/// The message for a file that the default browser cannot fetch either.
-constexpr auto fileOfThisWindow =
-    "This file cannot be opened: the default browser cannot fetch it from outside this window.";
 
 }  // namespace vok

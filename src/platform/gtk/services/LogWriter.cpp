@@ -2,6 +2,7 @@
 
 #include "platform/gtk/support/ZeroBytes.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <new>
 #include <syslog.h>
@@ -16,5 +17,8 @@ void writeLogLine(const std::string& line) noexcept try {
 } catch (const std::bad_alloc&) {
     // lost
 }
+
+/// syslog() uses the name that the program was started by.
+std::string logCommand() { return std::string("journalctl -t ") + program_invocation_short_name; }
 
 }  // namespace vok

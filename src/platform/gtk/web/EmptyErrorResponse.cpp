@@ -1,7 +1,6 @@
 #include "platform/gtk/web/EmptyErrorResponse.h"
 
 #include "foundation/Shielded.h"
-#include "foundation/StringWithFormat.h"
 #include "platform/gtk/support/Signal.h"
 
 #include <libsoup/soup.h>
@@ -15,22 +14,22 @@ constexpr gsize emptyLength = 1;  // WebKitGTK adds one byte to an empty body
 
 struct Question {
     GObjectPtr<WebKitWebView> view;
-    std::function<void(const char*, const std::string&)> tell;
+    std::function<void(const char*, const FailureReason&)> tell;
 
     void onAnswer(WebKitWebResource* page, gsize length) const {
         if (length != emptyLength || page != webkit_web_view_get_main_resource(view.get()) ||
             webkit_web_view_is_loading(view.get()))
             return;
         const auto status = webkit_uri_response_get_status_code(webkit_web_resource_get_response(page));
-        tell(webkit_web_resource_get_uri(page),
-             StringWithFormat("The server answered %d %s.", static_cast<int>(status),
-                              soup_status_get_phrase(status)));
+        const auto error = std::to_string(status) + " " + soup_status_get_phrase(status);
+        tell(webkit_web_resource_get_uri(page), {texts::serverError, error});
     }
 };
 
 }  // namespace
 
-void findEmptyErrorResponse(WebKitWebView* view, std::function<void(const char*, const std::string&)> tell) {
+void findEmptyErrorResponse(WebKitWebView* view,
+                            std::function<void(const char*, const FailureReason&)> tell) {
     WebKitWebResource* const page = webkit_web_view_get_main_resource(view);
     WebKitURIResponse* const response = page ? webkit_web_resource_get_response(page) : nullptr;
     if (!response || webkit_uri_response_get_status_code(response) < firstErrorStatus)

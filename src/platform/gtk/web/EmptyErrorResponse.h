@@ -1,15 +1,16 @@
 #pragma once
 
+#include "platform/shared/FailurePage.h"
+
 #include <webkit/webkit.h>
 
 #include <functional>
-#include <string>
 
 namespace vok {
 
 /// Calls `tell` with address and reason, a little later, if the page that `view` has just loaded is an HTTP
-/// error with an empty body and is still there.
+/// error, such as 404, with an empty body, and no other load has begun.
 void findEmptyErrorResponse(WebKitWebView* view,
-                            std::function<void(const char* url, const std::string& reason)> tell);
+                            std::function<void(const char* url, const FailureReason&)> tell);
 
 }  // namespace vok

@@ -3,6 +3,7 @@
 #include "foundation/Log.h"
 #include "platform/gtk/support/ZeroBytes.h"
 #include "platform/gtk/web/EmptyErrorResponse.h"
+#include "platform/gtk/web/LoadErrors.h"
 #include "platform/gtk/web/PageDialogs.h"
 #include "platform/shared/FailurePage.h"
 #include "platform/shared/OtherPrograms.h"
@@ -21,18 +22,9 @@ struct SessionStateUnref {
 
 constexpr auto blankPage = "about:blank";
 const std::string script = "javascript:";
-constexpr auto notAllowed = "This address is not allowed.";
-constexpr auto noAnswer = "The server does not answer.";
-constexpr auto passwordRequired = "The server requires a user name and a password.";
 
 std::string requestURL(WebKitNavigationAction* action) {
     return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
-}
-
-bool isInterruption(const GError& error) {
-    return g_error_matches(&error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED) ||
-           g_error_matches(&error, WEBKIT_POLICY_ERROR,
-                           WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE);
 }
 
 struct DecisionListener final : WebPolicyDecisionListener {
@@ -42,7 +34,8 @@ struct DecisionListener final : WebPolicyDecisionListener {
 
 std::string contentDisposition(WebKitURIResponse* response) {
     SoupMessageHeaders* const headers = webkit_uri_response_get_http_headers(response);
-    const char* const value = headers ? soup_message_headers_get_one(headers, "Content-Disposition") : nullptr;
+    const char* const value =
+        headers ? soup_message_headers_get_one(headers, "Content-Disposition") : nullptr;
     return value ? value : "";
 }
 
@@ -50,9 +43,10 @@ std::string contentDisposition(WebKitURIResponse* response) {
 
 NativeWebView::NativeWebView(NativeWebViewOwner& viewOwner, const WebKitSession& session)
     : owner(viewOwner), view(session.makeView()),
-      answerWait([this] { showFailurePage(loadingURL(), noAnswer); },
-                 [this] { showFailurePage(loadingURL(), passwordRequired); }),
-      refusedLinks(view.get(), [this](const std::string& url) { showFailurePage(url, notAllowed); }) {
+      answerWait([this] { showFailurePage(loadingURL(), texts::noAnswer); },
+                 [this] { showFailurePage(loadingURL(), texts::passwordRequired); }),
+      refusedLinks(view.get(),
+                   [this](const std::string& url) { showFailurePage(url, texts::addressNotAllowed); }) {
     bindSignals();
 }
 
@@ -68,7 +62,7 @@ void NativeWebView::bindSignals() {
         view.get(), "load-failed-with-tls-errors",
         [this](const char* url, GTlsCertificate*, GTlsCertificateFlags) {
             currentLoad = Load::failed;
-            showFailurePage(url, "The certificate of the server cannot be trusted.");
+            showFailurePage(url, texts::certificateNotTrusted);
             return true;
         }));
     connections.push_back(connect<gboolean(WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
@@ -80,11 +74,11 @@ void NativeWebView::bindSignals() {
         [this](WebKitAuthenticationRequest* request) { return onAuthenticate(request); }));
     connections.push_back(connect<GtkWidget*(WebKitNavigationAction*)>(
         view.get(), "create", [this](WebKitNavigationAction*) { return newWindows.open(view.get()); }));
-    connections.push_back(connect<gboolean(WebKitScriptDialog*)>(
-        view.get(), "script-dialog", [this](WebKitScriptDialog* dialog) {
-            onScriptDialog(dialog);
-            return true;
-        }));
+    connections.push_back(connect<gboolean(WebKitScriptDialog*)>(view.get(), "script-dialog",
+                                                                 [this](WebKitScriptDialog* dialog) {
+                                                                     onScriptDialog(dialog);
+                                                                     return true;
+                                                                 }));
     connections.push_back(connect<gboolean(WebKitContextMenu*, WebKitHitTestResult*)>(
         view.get(), "context-menu", [this](WebKitContextMenu* menu, WebKitHitTestResult*) {
             return !restrictContextMenu(menu, canReload() ? reloadAction.get() : nullptr);
@@ -119,7 +113,7 @@ std::optional<std::string> NativeWebView::url() const {
 void NativeWebView::load(const std::string& url) {
     // A script as an address would never end to load.
     if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0) {
-        showFailurePage(withoutZeroBytes(url), notAllowed);
+        showFailurePage(withoutZeroBytes(url), texts::addressNotAllowed);
         return;
     }
     requestedURL = url;
@@ -172,7 +166,7 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
 /// An HTTP error with a body is a page that loads like any other.
 void NativeWebView::replaceEmptyErrorResponse() {
     if (requestedURL.empty())
-        findEmptyErrorResponse(view.get(), [this](const char* url, const std::string& reason) {
+        findEmptyErrorResponse(view.get(), [this](const char* url, const FailureReason& reason) {
             showFailurePage(url, reason, !owner.isCommandURL(url));
         });
 }
@@ -186,7 +180,7 @@ void NativeWebView::onCommitted() {
     const auto requested = std::exchange(requestedURL, {});
     if (currentLoad == Load::page && url() == blankPage && !requested.empty() && requested != blankPage) {
         currentLoad = Load::failed;
-        showFailurePage(requested, notAllowed);
+        showFailurePage(requested, texts::addressNotAllowed);
     } else {
         owner.loadCommitted(*this);
     }
@@ -208,17 +202,17 @@ bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
 void NativeWebView::onLoadFailed(const char* url, const GError& error) {
     answerWait.end();
     if (std::exchange(currentLoad, Load::failed) != Load::failed && !isInterruption(error))
-        showFailurePage(url, error.message);
+        showFailurePage(url, reasonOf(error));
 }
 
-void NativeWebView::showFailurePage(const std::string& url, const std::string& reason, bool canTryAgain) {
-    Log("Failed to load '%@' (%@).", url, reason);
+void NativeWebView::showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
+    Log("Failed to load '%@' (%@).", url, reason.logged);
     const auto start = owner.startURL();
     failedLoad = FailedLoad{url, reason, canTryAgain, url.starts_with(start) ? std::string() : start};
     failurePageRequested = true;
     // A local page may link to any address; the start page is a local file.
-    webkit_web_view_load_alternate_html(view.get(), failurePage(*failedLoad).c_str(), url.c_str(),
-                                        start.c_str());
+    webkit_web_view_load_alternate_html(view.get(), failurePage(*failedLoad, logCommand()).c_str(),
+                                        url.c_str(), start.c_str());
 }
 
 bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
@@ -271,18 +265,18 @@ bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
     if (requestedURL.empty())
         openFile(url, webkit_response_policy_decision_get_request(decision));
     else
-        showFailurePage(url, isSupported ? isFileReason : unsupportedTypeReason(type));
+        showFailurePage(url, isSupported ? texts::isDownload : FailureReason(texts::typeNotSupported, type));
     return true;
 }
 
 void NativeWebView::openFile(const std::string& url, WebKitURIRequest* request) {
     const char* const method = webkit_uri_request_get_http_method(request);  // null for "blob:"
     if (owner.isCommandURL(url))
-        showFailurePage(url, isFileReason);
+        showFailurePage(url, texts::isDownload);
     else if (method && canBrowserFetch(url, method))
         owner.openElsewhere(url);
     else
-        owner.alertRequested(messageFor(view.get(), fileOfThisWindow));
+        owner.alertRequested(messageFor(view.get(), translated(texts::fileOfThisWindow)));
 }
 
 void NativeWebView::askBeforeClosing(std::function<void()> close) {

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "platform/shared/FailurePage.h"
 #include "platform/WebView.h"
 #include "platform/gtk/support/Signal.h"
 #include "platform/gtk/web/AnswerWait.h"
 #include "platform/gtk/web/NewWindows.h"
-#include "platform/gtk/web/RefusedLinks.h"
 #include "platform/gtk/web/PageClosing.h"
+#include "platform/gtk/web/RefusedLinks.h"
 #include "platform/gtk/web/WebKitSession.h"
 #include "platform/gtk/window/Alert.h"
+#include "platform/shared/FailurePage.h"
 
 #include <gtkmm/widget.h>
 
@@ -76,12 +76,12 @@ public:
     /// Opens a file that a page has asked for in the default browser, or tells that it cannot be opened.
     void openFile(const std::string& url, WebKitURIRequest* request);
 
-    /// Calls `close`, now or later, unless the page that is there objects to the closing of its window and the user
-    /// agrees with it. Only a page of the web may object.
+    /// Calls `close`, now or later, unless the page that is there objects to the closing of its window and
+    /// the user agrees with it. Only a page of the web may object.
     void askBeforeClosing(std::function<void()> close);
 
     /// Shows in place of the page at `url` that it could not be loaded, and why.
-    void showFailurePage(const std::string& url, const std::string& reason, bool canTryAgain = true);
+    void showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
     /// The same, a little later, if the page that has loaded is an HTTP error with an empty body. A command
     /// that it has run is not offered again.
     void replaceEmptyErrorResponse();

@@ -14,9 +14,9 @@ namespace {
 constexpr std::size_t mostWindows = 20;
 
 GObjectPtr<WebKitWebView> relatedView(WebKitWebView* opener) {
-    return GObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(g_object_ref_sink(
-        g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
-                     webkit_web_view_get_settings(opener), nullptr))));
+    return GObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(
+        g_object_ref_sink(g_object_new(WEBKIT_TYPE_WEB_VIEW, "related-view", opener, "settings",
+                                       webkit_web_view_get_settings(opener), nullptr))));
 }
 
 }  // namespace
@@ -64,9 +64,7 @@ NewWindows::~NewWindows() { cleanUp.disconnect(); }
 GtkWidget* NewWindows::open(WebKitWebView* opener) {
     if (windows.size() >= mostWindows)
         return nullptr;
-    return windows
-        .emplace_back(opener, [this](const std::string& url) { report(url); })
-        .widget();
+    return windows.emplace_back(opener, [this](const std::string& url) { report(url); }).widget();
 }
 
 void NewWindows::closeAll() { windows.clear(); }

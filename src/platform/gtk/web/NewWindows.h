@@ -21,8 +21,8 @@ public:
     NewWindows(const NewWindows&) = delete;
     NewWindows& operator=(const NewWindows&) = delete;
 
-    /// A window for a page in `opener`; null, which refuses the window, while a page holds too many. Borrowed,
-    /// for WebKitGTK's "create" signal.
+    /// A window for a page in `opener`; null, which refuses the window, while a page holds too many.
+    /// Borrowed, for WebKitGTK's "create" signal.
     GtkWidget* open(WebKitWebView* opener);
 
     /// Ends all windows: the page that opened them is gone.

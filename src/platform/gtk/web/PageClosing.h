@@ -11,8 +11,8 @@
 
 namespace vok {
 
-/// Asks a page whether its window may close: a page objects by its beforeunload handler, which WebKitGTK calls
-/// only after the user has touched that page.
+/// Asks a page whether its window may close: a page objects by its beforeunload handler, which WebKitGTK
+/// calls only after the user has touched that page.
 class PageClosing {
 public:
     /// `view` is borrowed and outlives this object.

@@ -1,5 +1,7 @@
 #include "platform/gtk/web/PageDialogs.h"
 
+#include "texts/Texts.h"
+
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -17,8 +19,6 @@ constexpr std::array contextMenuActions{
     WEBKIT_CONTEXT_MENU_ACTION_SELECT_ALL,
 };
 
-constexpr auto leaveQuestion = "Leave this page? What you have begun here may be lost.";
-
 std::string windowTitle(WebKitWebView* view) {
     const char* const title = gtk_window_get_title(GTK_WINDOW(gtk_widget_get_root(GTK_WIDGET(view))));
     return title ? title : "";
@@ -27,7 +27,7 @@ std::string windowTitle(WebKitWebView* view) {
 }  // namespace
 
 Alert messageFor(WebKitWebView* view, const std::string& message) {
-    return {AlertStyle::informational, windowTitle(view), "OK", message};
+    return {AlertStyle::informational, windowTitle(view), translated(texts::ok), message};
 }
 
 std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog) {
@@ -43,12 +43,13 @@ std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog) {
         webkit_script_dialog_close(kept.get());
     };
     if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
-        return Alert{AlertStyle::informational, windowTitle(view), "Leave", leaveQuestion, "Stay", end};
+        return Alert{AlertStyle::informational,        windowTitle(view),       translated(texts::leave),
+                     translated(texts::leaveQuestion), translated(texts::stay), end};
     return Alert{AlertStyle::informational,
                  windowTitle(view),
-                 "OK",
+                 translated(texts::ok),
                  webkit_script_dialog_get_message(dialog),
-                 isQuestion ? "Cancel" : "",
+                 isQuestion ? translated(texts::cancel) : "",
                  end};
 }
 
@@ -57,9 +58,10 @@ bool restrictContextMenu(WebKitContextMenu* menu, GSimpleAction* reload) {
         WebKitContextMenuItem* const item = webkit_context_menu_get_item_at_position(menu, i);
         const auto action = webkit_context_menu_item_get_stock_action(item);
         if (action == WEBKIT_CONTEXT_MENU_ACTION_RELOAD && reload)
-            webkit_context_menu_insert(
-                menu, webkit_context_menu_item_new_from_gaction(G_ACTION(reload), "Reload", nullptr),
-                static_cast<int>(i));
+            webkit_context_menu_insert(menu,
+                                       webkit_context_menu_item_new_from_gaction(
+                                           G_ACTION(reload), translated(texts::reload).c_str(), nullptr),
+                                       static_cast<int>(i));
         if (std::ranges::find(contextMenuActions, action) == contextMenuActions.end())
             webkit_context_menu_remove(menu, item);
     }

@@ -8,8 +8,9 @@
 
 namespace vok {
 
-/// The sheet for a dialog of a script on a page in `view`: alert(), confirm(), or the question whether to leave
-/// the page, titled like the window. The script waits until it ends. Nothing for prompt(), which returns null.
+/// The sheet for a dialog of a script on a page in `view`: alert(), confirm(), or the question whether to
+/// leave the page, titled like the window. The script waits until it ends. Nothing for prompt(), which
+/// returns null.
 std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog);
 
 /// A sheet that tells `message` about a page in `view`.

@@ -2,6 +2,7 @@
 
 #include "foundation/StringWithFormat.h"
 #include "platform/gtk/support/Signal.h"
+#include "texts/Texts.h"
 
 #include <memory>
 
@@ -29,12 +30,11 @@ bool asksForPassword(WebKitAuthenticationRequest* request) {
 
 std::string message(WebKitAuthenticationRequest* request) {
     const auto question = StringWithFormat(webkit_authentication_request_is_for_proxy(request)
-                                               ? "The proxy server %@ requires a user name and a password."
-                                               : "%@ requires a user name and a password.",
+                                               ? translated(texts::proxySignIn)
+                                               : translated(texts::serverSignIn),
                                            webkit_authentication_request_get_host(request));
-    return webkit_authentication_request_is_retry(request)
-               ? "The user name or the password is incorrect.\n" + question
-               : question;
+    return webkit_authentication_request_is_retry(request) ? translated(texts::signInFailed) + "\n" + question
+                                                           : question;
 }
 
 }  // namespace
@@ -56,8 +56,8 @@ std::optional<Alert> signInAlert(WebKitAuthenticationRequest* request,
         }
         onEnd(agreed);
     };
-    Alert alert{
-        AlertStyle::informational, "Authentication required", "Sign in", message(request), "Cancel", end};
+    Alert alert{AlertStyle::informational, translated(texts::signInTitle), translated(texts::signIn),
+                message(request),          translated(texts::cancel),      end};
     alert.signIn = typed;
     return alert;
 }

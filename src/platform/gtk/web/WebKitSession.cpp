@@ -1,5 +1,7 @@
 #include "platform/gtk/web/WebKitSession.h"
 
+#include "texts/Texts.h"
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -43,6 +45,14 @@ WebKitSession::WebKitSession(bool plainRenderer, std::function<void(WebKitDownlo
 GObjectPtr<WebKitWebView> WebKitSession::makeView() const {
     return GObjectPtr<WebKitWebView>(WEBKIT_WEB_VIEW(g_object_ref_sink(g_object_new(
         WEBKIT_TYPE_WEB_VIEW, "network-session", network.get(), "settings", settings.get(), nullptr))));
+}
+
+/// Other strings could break the header.
+void WebKitSession::setPreferredLanguage(const std::string& code) {
+    if (!isLanguageCode(code))
+        return;
+    const char* const languages[] = {code.c_str(), nullptr};
+    webkit_web_context_set_preferred_languages(webkit_web_context_get_default(), languages);
 }
 
 void WebKitSession::setFullSpeedWhileHidden(bool fullSpeed) {

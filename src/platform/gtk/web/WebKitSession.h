@@ -19,6 +19,9 @@ public:
 
     GObjectPtr<WebKitWebView> makeView() const;
 
+    /// What Accept-Language and `navigator.language` are, as WebView has it.
+    void setPreferredLanguage(const std::string& code);
+
     /// Do pages run at full speed while their window is hidden?
     void setFullSpeedWhileHidden(bool fullSpeed);
 

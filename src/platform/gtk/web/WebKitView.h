@@ -36,6 +36,7 @@ public:
     WebFrame& mainFrame() override { return *this; }
     std::optional<std::string> mainFrameURL() const override;
     void setShouldUpdateWhileOffscreen(bool update) override;
+    void setPreferredLanguage(const std::string& code) override { session.setPreferredLanguage(code); }
     void setFrameLoadDelegate(WebFrameLoadDelegate& delegate) override { frameLoadDelegate = &delegate; }
     void setPolicyDelegate(WebPolicyDelegate& delegate) override { policyDelegate = &delegate; }
     void setUIDelegate(WebUIDelegate& delegate) override { uiDelegate = &delegate; }

@@ -1,5 +1,7 @@
 #include "platform/gtk/window/SignInForm.h"
 
+#include "texts/Texts.h"
+
 #include <gtkmm/label.h>
 
 namespace vok {
@@ -10,8 +12,8 @@ SignInForm::SignInForm() {
     userName.set_activates_default();
     password.property_activates_default() = true;
     password.set_show_peek_icon();
-    addRow(0, "User name", userName);
-    addRow(1, "Password", password);
+    addRow(0, translated(texts::userName), userName);
+    addRow(1, translated(texts::password), password);
 }
 
 SignInFields SignInForm::content() const { return {userName.get_text(), password.get_text()}; }

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/shared/FailurePage.h"
+
+#import <Foundation/Foundation.h>
+
+namespace vok {
+
+/// Was the load interrupted by another one, by a decision or by a player, so that there is nothing to tell?
+bool isInterruption(NSError* error);
+
+/// Why a load failed, from the engine's error.
+FailureReason reasonOf(NSError* error);
+
+}  // namespace vok

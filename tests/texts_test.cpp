@@ -1,0 +1,94 @@
+#include "platform/shared/FailurePage.h"
+
+#include <gtest/gtest.h>
+
+namespace vok::test {
+
+namespace {
+
+class TextsTest : public testing::Test {
+protected:
+    ~TextsTest() override { useLanguage("en"); }
+};
+
+TEST_F(TextsTest, TakesTheNearestLanguage) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"de", "de"},
+        {"de-AT", "de"},
+        {"DE_at", "de"},
+        {"pt-BR", "pt-BR"},
+        {"pt", "pt-BR"},
+        {"es-419", "es"},
+        {"zh", "zh-CN"},
+        {"zh-Hans", "zh-CN"},
+        {"zh-Hant", "en"},
+        {"zh-TW", "en"},
+        {"zh-Hans-TW", "zh-CN"},
+        {"ar-EG", "ar"},
+        {"en-GB", "en"},
+        {"da", "en"},
+        {"", "en"},
+        {"d", "en"},
+        {"deu", "en"},
+        {"German", "en"},
+    };
+    for (const auto& [code, language] : rows) {
+        useLanguage(code);
+        EXPECT_EQ(languageInUse(), language) << code;
+        EXPECT_EQ(isRightToLeft(), languageInUse() == "ar") << code;
+        EXPECT_EQ(translated(texts::cancel) == "Cancel", languageInUse() == "en") << code;
+    }
+}
+
+std::string textOf(const std::string& page, const std::string& begin, const std::string& end) {
+    const auto from = page.find(begin);
+    if (from == page.npos)
+        return "nothing";
+    return page.substr(from + begin.size(), page.find(end, from + begin.size()) - from - begin.size());
+}
+
+std::string headingFor(const std::string& url) {
+    return textOf(failurePage({url, texts::noAnswer}, "log"), "<h1>", "</h1>");
+}
+
+TEST_F(TextsTest, FailurePageLeadsWithTheHost) {
+    EXPECT_EQ(headingFor("https://user:p@pages.example:8080/a?b#c"),
+              "The page at <bdi>pages.example:8080</bdi> could not be loaded");
+    EXPECT_EQ(headingFor("http://h?a@b"), "The page at <bdi>h</bdi> could not be loaded");
+    for (const auto* const url : {"file:///tmp/splash.html", "tel:123", "://", ""})
+        EXPECT_EQ(headingFor(url), "This page could not be loaded") << url;
+}
+
+TEST_F(TextsTest, FailurePageShowsItsStringsAsTheyAre) {
+    const std::string url = "http://h/{{reason}}?a=1&b=\"</textarea><i>";
+    const std::string escaped = "http://h/{{reason}}?a=1&amp;b=&quot;&lt;/textarea&gt;&lt;i&gt;";
+    const auto page = failurePage({url, FailureReason("<script>no</script> & more")}, "show 'a' & b");
+    EXPECT_EQ(textOf(page, "onfocus=\"select()\">", "</textarea>"), escaped);
+    EXPECT_EQ(textOf(page, "<a id=\"try-again\" href=\"", "\""), escaped);
+    EXPECT_EQ(textOf(page, "<code>", "</code>"), "show 'a' &amp; b");
+    EXPECT_EQ(textOf(page, "<p class=\"reason\"><bdi>", "</bdi>"),
+              "&lt;script&gt;no&lt;/script&gt; &amp; more");
+}
+
+TEST_F(TextsTest, FailurePageOffersWhatItIsTold) {
+    const auto page = failurePage({"http://h/", texts::noAnswer, false, "file:///a b/splash.html"}, "log");
+    EXPECT_EQ(textOf(page, "<nav>", "</nav>"),
+              "<a id=\"start-again\" href=\"file:///a b/splash.html\">Start again</a>\n");
+    EXPECT_EQ(
+        textOf(page, "<p class=\"advice\">", "<"),
+        "Start again from the first page. If the problem persists, contact the provider of this installer.");
+}
+
+TEST_F(TextsTest, FailurePageIsInTheLanguageInUseAndTheLogIsNot) {
+    useLanguage("ar");
+    const FailureReason reason(texts::typeNotSupported, "application/zip");
+    EXPECT_EQ(reason.shown, "لا يمكن فتح الملفات من النوع application/zip هنا.");
+    EXPECT_EQ(reason.logged, "Files of type application/zip cannot be opened here.");
+    const auto page = failurePage({"http://h/", reason}, "log");
+    EXPECT_NE(page.find("<html lang=\"ar\" dir=\"rtl\">"), page.npos);
+    EXPECT_EQ(textOf(page, "<summary>", "<"), "التفاصيل");
+}
+
+}  // namespace
+
+}  // namespace vok::test
