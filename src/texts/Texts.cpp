@@ -46,7 +46,7 @@ void useLanguage(std::string_view code) { current = catalogueFor(normalised(code
 
 bool isLanguageCode(std::string_view code) {
     return !code.empty() && std::all_of(code.begin(), code.end(), [](char character) {
-        return Poco::Ascii::isAlphaNumeric(character) || character == '-';
+        return Poco::Ascii::isAlphaNumeric(character) || character == '-' || character == '_';
     });
 }
 

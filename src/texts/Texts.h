@@ -51,6 +51,7 @@ inline constexpr auto noAnswer = Text("The server does not answer.");
 inline constexpr auto connectionClosed = Text("The server closed the connection too early.");
 inline constexpr auto tooManyRedirects = Text("The server redirects too many times.");
 inline constexpr auto certificateNotTrusted = Text("The server's certificate is not trusted.");
+inline constexpr auto secureConnectionFailed = Text("A secure connection could not be established.");
 // TRANSLATORS: %@ is a number and its meaning in English, such as "404 Not Found".
 inline constexpr auto serverError = Text("The server reported an error: %@.");
 inline constexpr auto passwordRequired = Text("The server requires a user name and a password.");
@@ -105,7 +106,7 @@ inline constexpr auto direction = Text("default:LTR");
 /// whole program, on the main thread.
 void useLanguage(std::string_view code);
 
-/// Letters, digits and hyphens alone?
+/// Letters, digits, hyphens and underscores alone?
 bool isLanguageCode(std::string_view code);
 
 /// BCP 47 code of the language that the texts are in, such as "pt-BR".

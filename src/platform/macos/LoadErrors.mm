@@ -27,7 +27,7 @@ constexpr auto rows = std::to_array<Row>({
     {NSURLErrorTimedOut, texts::noAnswer},
     {NSURLErrorNetworkConnectionLost, texts::connectionClosed},
     {NSURLErrorHTTPTooManyRedirects, texts::tooManyRedirects},
-    {NSURLErrorSecureConnectionFailed, texts::certificateNotTrusted},
+    {NSURLErrorSecureConnectionFailed, texts::secureConnectionFailed},
     {NSURLErrorServerCertificateHasBadDate, texts::certificateNotTrusted},
     {NSURLErrorServerCertificateUntrusted, texts::certificateNotTrusted},
     {NSURLErrorServerCertificateHasUnknownRoot, texts::certificateNotTrusted},

@@ -53,13 +53,15 @@ std::string heading(std::string_view host) {
     return StringWithFormat(escapedForHtml(texts::hostNotLoaded), "<bdi>" + escapedForHtml(host) + "</bdi>");
 }
 
+std::string paragraph(Text text) { return "<p class=\"advice\">" + escapedForHtml(text) + "</p>\n"; }
+
 std::string advice(const FailedLoad& load) {
     std::string advice;
     if (load.canTryAgain)
-        advice = translated(texts::tryAgainAdvice) + " ";
+        advice = paragraph(texts::tryAgainAdvice);
     else if (!load.startAgainURL.empty())
-        advice = translated(texts::startAgainAdvice) + " ";
-    return escapedForHtml(advice + translated(texts::contactAdvice));
+        advice = paragraph(texts::startAgainAdvice);
+    return advice + paragraph(texts::contactAdvice);
 }
 
 std::string button(std::string_view id, std::string_view url, Text label) {

@@ -1,6 +1,7 @@
 #include "platform/gtk/window/AlertSheet.h"
 
 #include "platform/gtk/support/ZeroBytes.h"
+#include "texts/Texts.h"
 
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
@@ -62,6 +63,19 @@ Gtk::ScrolledWindow& messageArea(const std::string& message) {
     return area;
 }
 
+void setDirection(Gtk::Widget& widget, Gtk::TextDirection direction) {
+    widget.set_direction(direction);
+    for (auto* child = widget.get_first_child(); child; child = child->get_next_sibling())
+        setDirection(*child, direction);
+}
+
+/// A screen reader then reads title and message as soon as the sheet opens.
+void describeAsAlert(Gtk::Window& sheet, const std::string& title, const std::string& message) {
+    sheet.property_accessible_role() = Gtk::Accessible::Role::ALERT_DIALOG;
+    gtk_accessible_update_property(GTK_ACCESSIBLE(sheet.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, title.c_str(),
+                                   GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, message.c_str(), -1);
+}
+
 }  // namespace
 
 AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
@@ -85,6 +99,8 @@ AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
     content.append(styleImage(alert.style));
     content.append(texts);
     set_child(content);
+    setDirection(*this, isRightToLeft() ? Gtk::TextDirection::RTL : Gtk::TextDirection::LTR);
+    describeAsAlert(*this, withoutZeroBytes(alert.title), withoutZeroBytes(alert.message));
 
     set_default_widget(defaultButton);
     set_focus(form ? form->firstField() : defaultButton);

@@ -1,0 +1,43 @@
+"""What the program says of its own accord, in the language of the pages."""
+
+import pytest
+
+from rig import accessibility, desktop
+from rig.page_server import page, script_page
+from rig.installer import TITLE
+from rig.waiting import wait_for
+
+
+@pytest.mark.parametrize("code, cancel, ok", [("pt-BR", "Cancelar", "OK"), ("ar-EG", "إلغاء", "موافق")])
+def test_a_question_is_an_alert_dialog_in_the_language_of_the_pages(installer, server, code, cancel, ok):
+    installer.configuration["lang"] = code
+    languages = []
+    server.expect(installer.first_path().replace("lang=en-GB", f"lang={code}"), script_page(
+        "onload = () => setTimeout(() => location = '/' + navigator.language + confirm('Sure?'))"))
+    server.expect(f"/{code}true", lambda request: languages.append(request.headers["Accept-Language"]) or page("end"))
+    installer.start()
+    installer.wait_for_sheet(TITLE, "Sure?", cancel, ok)
+    dialogs = [(element.name, element.node.get_description())
+               for element in accessibility.elements(installer.process.pid) if element.role == "dialog"]
+    assert dialogs == [(TITLE, "Sure?")]
+    desktop.press_key("Return")
+    installer.wait_for_requests()
+    assert languages == [code]
+
+
+def test_the_whole_address_of_a_failed_page_can_be_copied(installer, server):
+    installer.start(open_server=False)
+    installer.wait_for_log("Failed to load")
+    assert wait_for(lambda: not desktop.is_blank(TITLE))
+    for key in "Tab", "Return", "Tab", "ctrl+a", "ctrl+c":  # from "Try again" to "Details" and the address in there
+        desktop.press_key(key)
+
+    pasted = []
+    server.expect(installer.first_path(), "<!doctype html><input id=field autofocus>" + script_page(
+        "field.onpaste = () => setTimeout(() => fetch('/pasted?' + field.value))"))
+    server.answers["/pasted"] = lambda request: pasted.append(request.path) or page("thanks")
+    server.open()
+    desktop.press_key("F5")
+    installer.wait_for_requests()
+    assert wait_for(lambda: desktop.press_key("ctrl+v") or pasted)
+    assert pasted[0] == f"/pasted?{server.url(installer.first_path())}"
