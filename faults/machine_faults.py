@@ -73,9 +73,8 @@ def forbid_namespaces(it):
 
 
 @fault("no user namespaces",
-       "sheet: This system does not let the installer show its pages.  They are kept apart from everything else by "
-       "bubblewrap, in user namespaces, which are forbidden to this program. Whoever administers the system can "
-       "allow them.", needs="namespaces")
+       "sheet: The web view cannot start: this system blocks the user namespaces that its sandbox needs.  Ask your "
+       "administrator to allow them with this command: sysctl user.max_user_namespaces=10000", needs="namespaces")
 def _(it):
     forbid_namespaces(it)
     it.start()

@@ -1,9 +1,11 @@
 #include "platform/gtk/start/GtkApplication.h"
 
 #include "foundation/Log.h"
+#include "platform/gtk/services/LinuxMachine.h"
 #include "platform/gtk/start/KeyboardShortcuts.h"
 #include "platform/gtk/start/Sandbox.h"
 #include "platform/shared/WindowTitle.h"
+#include "texts/Texts.h"
 
 #include <glibmm/main.h>
 #include <gtkmm/icontheme.h>
@@ -56,7 +58,7 @@ void GtkApplication::onActivate() {
     Gtk::IconTheme::get_for_display(Gdk::Display::get_default())
         ->add_search_path(bundle.bundlePath() + "/Contents/Resources/icons");
     if (sandboxForbidden())
-        showRefusal(sandboxRefusal);
+        showRefusal();
     else
         showPages();
 }
@@ -73,12 +75,15 @@ void GtkApplication::showPages() {
     renderer.restoreEnvironment();
 }
 
-void GtkApplication::showRefusal(const char* reason) {
-    Log("%s", reason);
+/// The configuration, which may name another language, is not read yet.
+void GtkApplication::showRefusal() {
+    Log("%@", sandboxAdvice());
+    if (const auto languages = LinuxMachine().preferredLanguages(); languages && !languages->empty())
+        useLanguage(languages->front());
     refusal = std::make_unique<GtkWindow>(windowTitle(bundle), application->get_id());
     application->add_window(refusal->gtkWindow());
     refusal->beginAlertSheet(
-        {AlertStyle::critical, "Error", "OK", reason, {}, [this](bool) { terminate(); }});
+        {AlertStyle::critical, "Error", "OK", sandboxAdvice(), {}, [this](bool) { terminate(); }});
     refusal->present();
 }
 

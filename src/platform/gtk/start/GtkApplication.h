@@ -25,7 +25,7 @@ public:
 private:
     void onActivate();
     void showPages();
-    void showRefusal(const char* reason);
+    void showRefusal();
     void onWindowRemoved();
 
     const Renderer& renderer;

@@ -1,7 +1,12 @@
 #include "platform/gtk/start/Sandbox.h"
 
+#include "foundation/StringWithFormat.h"
+#include "texts/Texts.h"
+
 #include <glibmm/spawn.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -13,11 +18,6 @@
 #include <vector>
 
 namespace vok {
-
-const char* const sandboxRefusal =
-    "This system does not let the installer show its pages.\n\n"
-    "They are kept apart from everything else by bubblewrap, in user namespaces, which are forbidden to "
-    "this program. Whoever administers the system can allow them.";
 
 namespace {
 
@@ -37,11 +37,30 @@ bool namespaceCanBeMade() {
     return child > 0 && waitpid(child, &status, 0) == child && status == 0;
 }
 
-/// Ubuntu lets everybody make a namespace, and only programs with a profile use it.
-bool namespaceWantsProfile() {
-    std::ifstream rule("/proc/sys/kernel/apparmor_restrict_unprivileged_userns");
+/// A kernel setting that blocks user namespaces, the command that allows them, and the advice with it.
+struct Setting {
+    const char* path;
+    std::string_view blockingValue;
+    const char* command;
+    Text advice;
+};
+
+/// Ubuntu lets every program make a namespace, but use it only with an AppArmor profile.
+constexpr Setting appArmor = {"/proc/sys/kernel/apparmor_restrict_unprivileged_userns", "1",
+                              "sysctl kernel.apparmor_restrict_unprivileged_userns=0", texts::allowByProfile};
+
+constexpr auto settings = std::to_array<Setting>({
+    {"/proc/sys/kernel/unprivileged_userns_clone", "0", "sysctl kernel.unprivileged_userns_clone=1",
+     texts::allowByCommand},
+    {"/proc/sys/user/max_user_namespaces", "0", "sysctl user.max_user_namespaces=10000",
+     texts::allowByCommand},
+    appArmor,
+});
+
+bool blocks(const Setting& setting) {
+    std::ifstream file(setting.path);
     std::string value;
-    return rule >> value && value == "1";
+    return file >> value && value == setting.blockingValue;
 }
 
 bool bubblewrapWorks() {
@@ -59,7 +78,14 @@ bool bubblewrapWorks() {
 }  // namespace
 
 bool sandboxForbidden() {
-    return !webViewGoesWithout() && (!namespaceCanBeMade() || namespaceWantsProfile()) && !bubblewrapWorks();
+    return !webViewGoesWithout() && (!namespaceCanBeMade() || blocks(appArmor)) && !bubblewrapWorks();
+}
+
+std::string sandboxAdvice() {
+    const auto* const setting = std::ranges::find_if(settings, blocks);
+    return translated(texts::sandboxBlocked) + "\n\n" +
+           (setting == settings.end() ? translated(texts::allowSomehow)
+                                      : StringWithFormat(translated(setting->advice), setting->command));
 }
 
 }  // namespace vok

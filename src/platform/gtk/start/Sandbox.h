@@ -1,12 +1,14 @@
 #pragma once
 
+#include <string>
+
 namespace vok {
 
 /// Does this system forbid the web view's sandbox? WebKitGTK runs its processes in namespaces made by
 /// bubblewrap, and ends the program where that fails.
 bool sandboxForbidden();
 
-/// What the user is told then.
-extern const char* const sandboxRefusal;
+/// What the user is told then, with the setting that an administrator has to change; in the language in use.
+std::string sandboxAdvice();
 
 }  // namespace vok
