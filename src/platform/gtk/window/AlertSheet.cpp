@@ -3,6 +3,7 @@
 #include "platform/gtk/support/ZeroBytes.h"
 #include "texts/Texts.h"
 
+#include <glibmm/main.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
 #include <gtkmm/scrolledwindow.h>
@@ -69,7 +70,6 @@ void setDirection(Gtk::Widget& widget, Gtk::TextDirection direction) {
         setDirection(*child, direction);
 }
 
-/// A screen reader then reads title and message as soon as the sheet opens.
 void describeAsAlert(Gtk::Window& sheet, const std::string& title, const std::string& message) {
     sheet.property_accessible_role() = Gtk::Accessible::Role::ALERT_DIALOG;
     gtk_accessible_update_property(GTK_ACCESSIBLE(sheet.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL, title.c_str(),
@@ -104,6 +104,8 @@ AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
 
     set_default_widget(defaultButton);
     set_focus(form ? form->firstField() : defaultButton);
+    signal_map().connect(
+        [this] { Glib::signal_idle().connect_once(sigc::mem_fun(*this, &AlertSheet::announceFocus)); });
     auto shortcuts = Gtk::ShortcutController::create();
     shortcuts->add_shortcut(Gtk::Shortcut::create(Gtk::KeyvalTrigger::create(GDK_KEY_Escape),
                                                   Gtk::NamedAction::create("window.close")));
@@ -128,6 +130,15 @@ Gtk::Box& AlertSheet::buttons() {
     });
     row.append(defaultButton);
     return row;
+}
+
+/// A screen reader reads a sheet when the focus moves into it. GTK 4.8 tells nobody of the focus that a
+/// window has when it is shown, only of a later change.
+void AlertSheet::announceFocus() {
+    auto* const focused = get_focus();
+    unset_focus();
+    if (focused)
+        set_focus(*focused);
 }
 
 void AlertSheet::reportEnd() const {

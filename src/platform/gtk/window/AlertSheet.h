@@ -21,6 +21,7 @@ public:
 
 private:
     Gtk::Box& buttons();
+    void announceFocus();
 
     Alert alert;
     Gtk::Button defaultButton;
