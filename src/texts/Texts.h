@@ -48,6 +48,7 @@ inline constexpr auto hostNotFound = Text("The server could not be found.");
 inline constexpr auto connectionRefused = Text("The server refused the connection.");
 inline constexpr auto serverUnreachable = Text("The server cannot be reached.");
 inline constexpr auto noAnswer = Text("The server does not answer.");
+inline constexpr auto noPage = Text("The server sent no page.");
 inline constexpr auto connectionClosed = Text("The server closed the connection too early.");
 inline constexpr auto tooManyRedirects = Text("The server redirects too many times.");
 inline constexpr auto certificateNotTrusted = Text("The server's certificate is not trusted.");

@@ -43,6 +43,15 @@ def test_a_missing_splash_page_can_be_tried_again(installer, server):
     try_again(installer)
 
 
+def test_a_first_page_without_content_can_be_tried_again(installer, server):
+    server.expect(installer.first_path(), lambda request: request.answer("", 204))
+    installer.start()
+    installer.wait_for_log("(The server sent no page.).")
+    server.expect(installer.first_path(), page("first", "/last"))
+    server.expect("/last")
+    try_again(installer)
+
+
 def test_a_first_page_out_of_reach_can_be_tried_again(installer, server):
     installer.start(open_server=False)
     installer.wait_for_log("(Could not connect to 127.0.0.1: Connection refused).")

@@ -130,9 +130,11 @@ void NativeWebView::stop() {
 }
 
 bool NativeWebView::canReload() const {
+    if (!requestedURL.empty())
+        return false;
     if (failedLoad)
         return failedLoad->canTryAgain;
-    const auto present = requestedURL.empty() ? url() : std::nullopt;
+    const auto present = url();
     return present && !owner.isCommandURL(*present) && !present->starts_with(owner.startURL());
 }
 
@@ -199,10 +201,16 @@ bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
     return alert.has_value();
 }
 
+/// An answer without a page, by status 204, leaves the page that is there. That does not do when the application
+/// has asked for another.
 void NativeWebView::onLoadFailed(const char* url, const GError& error) {
     answerWait.end();
-    if (std::exchange(currentLoad, Load::failed) != Load::failed && !isInterruption(error))
+    if (std::exchange(currentLoad, Load::failed) == Load::failed || failurePageRequested)
+        return;
+    if (!isInterruption(error))
         showFailurePage(url, reasonOf(error));
+    else if (error.domain == WEBKIT_POLICY_ERROR && !requestedURL.empty())
+        showFailurePage(url, texts::noPage);
 }
 
 void NativeWebView::showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
@@ -262,17 +270,19 @@ bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
         return false;
     webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
     const std::string url = webkit_uri_response_get_uri(response);
+    const auto reason =
+        isSupported ? FailureReason(texts::isDownload) : FailureReason(texts::typeNotSupported, type);
     if (requestedURL.empty())
-        openFile(url, webkit_response_policy_decision_get_request(decision));
+        openFile(url, webkit_response_policy_decision_get_request(decision), reason);
     else
-        showFailurePage(url, isSupported ? texts::isDownload : FailureReason(texts::typeNotSupported, type));
+        showFailurePage(url, reason);
     return true;
 }
 
-void NativeWebView::openFile(const std::string& url, WebKitURIRequest* request) {
+void NativeWebView::openFile(const std::string& url, WebKitURIRequest* request, const FailureReason& reason) {
     const char* const method = webkit_uri_request_get_http_method(request);  // null for "blob:"
     if (owner.isCommandURL(url))
-        showFailurePage(url, texts::isDownload);
+        showFailurePage(url, reason);
     else if (method && canBrowserFetch(url, method))
         owner.openElsewhere(url);
     else

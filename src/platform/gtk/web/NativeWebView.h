@@ -73,8 +73,9 @@ public:
 
     bool is(WebKitWebView* other) const { return view.get() == other; }
 
-    /// Opens a file that a page has asked for in the default browser, or tells that it cannot be opened.
-    void openFile(const std::string& url, WebKitURIRequest* request);
+    /// Opens a file that a page has asked for in the default browser, or tells that it cannot be opened; `reason`
+    /// is that of the failure page for a command URL.
+    void openFile(const std::string& url, WebKitURIRequest* request, const FailureReason& reason);
 
     /// Calls `close`, now or later, unless the page that is there objects to the closing of its window and
     /// the user agrees with it. Only a page of the web may object.

@@ -132,7 +132,7 @@ void WebKitView::newWindowRequested(const std::string& requestURL) {
 void WebKitView::onDownload(WebKitDownload* download) {
     WebKitURIRequest* const request = webkit_download_get_request(download);
     auto& view = next && next->is(webkit_download_get_web_view(download)) ? *next : *shown;
-    view.openFile(webkit_uri_request_get_uri(request), request);
+    view.openFile(webkit_uri_request_get_uri(request), request, texts::isDownload);
 }
 
 void WebKitView::alertRequested(Alert alert) { showSheet(std::move(alert)); }
