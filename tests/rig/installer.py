@@ -150,9 +150,7 @@ class Installer:
         return [element.name for element in accessibility.elements(self.process.pid) if element.role == "label"]
 
     def press_sheet_button(self):
-        for element in accessibility.elements(self.process.pid):
-            if element.role == "push button":
-                accessibility.press(element)
+        accessibility.press_buttons(self.process.pid)
 
     # Waiting, for tests
 
