@@ -128,7 +128,7 @@ def test_an_empty_error_at_a_command_url_does_not_offer_the_command_again(instal
     uninstall = installer.command("uninstall", callback=None, reportUrl="r")
     server.expect(uninstall, lambda request: request.answer("", 404))
     start(uninstall)
-    installer.wait_for_log(f"Failed to load '{server.url(uninstall)}' (The server answered 404 Not Found.).")
+    installer.wait_for_log(f"Failed to load '{server.url(uninstall)}' (The server reported an error: 404 Not Found.).")
     desktop.press_key("F5")
     server.expect(installer.first_path(), page("first", "/last"))
     server.expect("/last")
