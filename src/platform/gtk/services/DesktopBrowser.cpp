@@ -1,11 +1,11 @@
 #include "platform/gtk/services/DesktopBrowser.h"
 
+#include <Poco/RegularExpression.h>
 #include <glibmm/shell.h>
 #include <glibmm/spawn.h>
 
 #include <array>
 #include <filesystem>
-#include <regex>
 
 namespace vok {
 
@@ -59,10 +59,10 @@ std::optional<std::string> versionOf(const Gio::DesktopAppInfo& browser) try {
     std::string output;
     Glib::spawn_sync("", versionCommand(browser), Glib::SpawnFlags::SEARCH_PATH | Glib::SpawnFlags::STDERR_TO_DEV_NULL,
                      {}, &output);
-    std::smatch version;
-    if (!std::regex_search(output, version, std::regex(R"(\d+(\.\d+)+\w*)")))
+    std::string version;
+    if (Poco::RegularExpression(R"(\d+(\.\d+)+\w*)").extract(output, version) == 0)
         return std::nullopt;
-    return version.str();
+    return version;
 } catch (const Glib::Error&) {
     return std::nullopt;
 }
