@@ -130,7 +130,8 @@ TEST_F(BridgeTest, BrowsersAreThoseFoundAtStartUp) {
         list({{"Safari", safari}, {"Firefox", firefox}, {"Google Chrome", chrome}}),
         "type[0]=chrome&version[0]=&type[1]=firefox&version[1]=9.0 b&1&type[2]=safari&version[2]=17.1&");
     desktop.browsers = {{"chrome", "1.2"}, {"firefox", "3.4"}};
-    EXPECT_EQ(list({{"Firefox", firefox}}), "type[0]=chrome&version[0]=1.2&type[1]=firefox&version[1]=9.0 b&1&");
+    EXPECT_EQ(list({{"Firefox", firefox}}),
+              "type[0]=chrome&version[0]=1.2&type[1]=firefox&version[1]=9.0 b&1&");
 }
 
 TEST_F(BridgeTest, CallbackUrlSaysWhetherTheCommandFailed) {

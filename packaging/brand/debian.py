@@ -72,7 +72,8 @@ def program_dependencies(template):
     try:
         return (template / "Contents/Resources/dependencies").read_text("utf-8").strip()
     except FileNotFoundError:
-        raise Failure(f"'{template}' has no libraries of its own: start from an archive or an installed bundle.") from None
+        raise Failure(f"'{template}' has no libraries of its own: "
+                      "start from an archive or an installed bundle.") from None
 
 
 def tool_dependencies(tree, scratch):

@@ -54,8 +54,8 @@ public:
         listener.use();
     }
 
-    /// Does a page at `url` run a command when it has loaded? The view never loads such a page again by itself,
-    /// nor hands its URL to another program.
+    /// Does a page at `url` run a command when it has loaded? The view never loads such a page again by
+    /// itself, nor hands its URL to another program.
     virtual bool webViewIsCommandURL(const std::string& /*url*/) const { return false; }
 
     /// What the URL of the page that leads to the first installation page begins with; empty for none.

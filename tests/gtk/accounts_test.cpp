@@ -25,7 +25,7 @@ protected:
         setenv("DBUS_SYSTEM_BUS_ADDRESS", g_test_dbus_get_bus_address(bus.get()), 1);
     }
 
-    ~AccountsServiceTest() override {
+    void TearDown() override {
         if (service) {
             Poco::Process::kill(*service);
             service->wait();

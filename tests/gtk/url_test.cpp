@@ -49,7 +49,8 @@ TEST(OddAddressTest, IsTakenApartOrRefused) {
                  {"", "/", "//", "/..//h", "/../..", "/.", ";v=1/a", "a", "a:b", "/a b", "/%", "/%zz",
                   "/\xFF", "/\xC3\xA4", "\\a", "/{}|^`\"<>", "/./a/.."})
                 for (const std::string rest : {"", "?", "?a=b&c", "?a?b", "?\xC3%C3%", "#", "#f?g", "?q#f"}) {
-                    const auto text = scheme + authority + path + rest;
+                    auto text = scheme;
+                    text.append(authority).append(path).append(rest);
                     const auto url = parser.URLWithString(text);
                     if (!url)
                         continue;

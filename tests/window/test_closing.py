@@ -15,7 +15,8 @@ OBJECTS = "onbeforeunload = event => event.preventDefault(); "
 def touch(installer, server):
     """Shows a page that objects to being left, and clicks on it, at which the page runs `script`."""
     def show_and_touch(script=""):
-        server.expect(installer.first_path(), script_page(f"{OBJECTS} onclick = () => {{ fetch('/touched'); {script} }}"))
+        server.expect(installer.first_path(), script_page(
+            f"{OBJECTS} onclick = () => {{ fetch('/touched'); {script} }}"))
         touched = []
         installer.answers["/touched"] = lambda request: touched.append(request.path) or ""
         installer.start()

@@ -169,7 +169,8 @@ def test_a_callback_page_is_loaded_again_without_its_command(installer, server, 
 
 
 def test_a_page_with_the_result_of_a_form_is_loaded_again_without_the_form(installer, server):
-    server.expect(installer.first_path(), "<form method=post action=/form></form><script>document.forms[0].submit()</script>")
+    server.expect(installer.first_path(),
+                  "<form method=post action=/form></form><script>document.forms[0].submit()</script>")
     server.expect("POST /form")
     installer.start()
     installer.wait_for_log(f"frameUrl = {server.url('/form')}")

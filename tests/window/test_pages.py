@@ -83,7 +83,8 @@ def test_a_question_is_a_sheet_whose_answer_reaches_the_page(installer, server, 
 
 
 def test_a_window_without_an_address_leaves_the_next_navigation_to_the_page(installer, server):
-    server.expect(installer.first_path(), script_page("onload = () => { open(); open('about:blank'); location = '/next' }"))
+    server.expect(installer.first_path(), script_page(
+        "onload = () => { open(); open('about:blank'); location = '/next' }"))
     server.expect("/next", script_page("onload = () => { open('/opened'); location = '/last' }"))
     server.expect("/last")
     installer.start()

@@ -37,7 +37,7 @@ std::string readPage(const fs::path& file) {
     auto page = readFile(file);
     for (std::smatch found; std::regex_search(page, found, include);) {
         const auto included = readFile(file.parent_path() / found[1].str());
-        page.replace(found.position(), found.length(), included);
+        page.replace(found[0].first, found[0].second, included);
     }
     return page;
 }

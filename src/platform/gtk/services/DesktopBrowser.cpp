@@ -30,8 +30,8 @@ constexpr auto entries = std::to_array<Entry>({
     {"chrome", "org.chromium.Chromium.desktop"},  // flatpak
 });
 
-/// The command that prints the browser's version. A flatpak's program is flatpak itself, which gets the identifier
-/// that names the desktop entry.
+/// The command that prints the browser's version. A flatpak's program is flatpak itself, which gets the
+/// identifier that names the desktop entry.
 std::vector<std::string> versionCommand(const Gio::DesktopAppInfo& browser) {
     const auto program = Glib::shell_parse_argv(browser.get_commandline()).at(0);
     std::vector<std::string> command = {"timeout", "2", program};
@@ -57,8 +57,8 @@ Glib::RefPtr<Gio::DesktopAppInfo> desktopBrowser(const std::string& type) {
 
 std::optional<std::string> versionOf(const Gio::DesktopAppInfo& browser) try {
     std::string output;
-    Glib::spawn_sync("", versionCommand(browser), Glib::SpawnFlags::SEARCH_PATH | Glib::SpawnFlags::STDERR_TO_DEV_NULL,
-                     {}, &output);
+    Glib::spawn_sync("", versionCommand(browser),
+                     Glib::SpawnFlags::SEARCH_PATH | Glib::SpawnFlags::STDERR_TO_DEV_NULL, {}, &output);
     std::string version;
     if (Poco::RegularExpression(R"(\d+(\.\d+)+\w*)").extract(output, version) == 0)
         return std::nullopt;

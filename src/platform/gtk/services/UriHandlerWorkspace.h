@@ -15,7 +15,8 @@ public:
     void openFirefox() override;
 
 private:
-    std::map<std::string, std::optional<std::string>> browserVersions;  ///< by type, as far as they were asked for
+    std::map<std::string, std::optional<std::string>>
+        browserVersions;  ///< by type, as far as they were asked for
 };
 
 }  // namespace vok

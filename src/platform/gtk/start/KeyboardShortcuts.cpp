@@ -29,13 +29,13 @@ const auto shortcuts = std::to_array<Shortcut>({
 }  // namespace
 
 void addKeyboardShortcuts(Gtk::Application& application, Gtk::ApplicationWindow& window,
-                          std::function<void(double)> zoomPage, std::function<void()> reloadPage) {
+                          std::function<void(double)> zoomPage, const std::function<void()>& reloadPage) {
     const auto steps = std::make_shared<int>(0);
     const auto zoomTo = [steps, zoomPage = std::move(zoomPage)](int wanted) {
         *steps = std::clamp(wanted, -mostZoomSteps, mostZoomSteps);
         zoomPage(std::pow(zoomFactor, *steps));
     };
-    window.add_action("reload", std::move(reloadPage));
+    window.add_action("reload", reloadPage);
     application.add_action("quit", [&window] { window.close(); });
     window.add_action("zoom-in", [=] { zoomTo(*steps + 1); });
     window.add_action("zoom-out", [=] { zoomTo(*steps - 1); });

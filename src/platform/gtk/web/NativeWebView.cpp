@@ -196,9 +196,10 @@ std::string NativeWebView::loadingURL() const {
 
 bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
     auto alert = answerWait.signIn(request);
-    if (alert)
-        owner.alertRequested(*std::move(alert));
-    return alert.has_value();
+    if (!alert)
+        return false;
+    owner.alertRequested(*std::move(alert));
+    return true;
 }
 
 /// An answer without a page, by status 204, leaves the page that is there. That does not do when the application

@@ -20,8 +20,8 @@ public:
     /// Fills the window with `page` and gives it the focus.
     void setPage(Gtk::Widget& page);
 
-    /// `ask` is called when the user closes the window, and has `close` called if the window may close; not while a
-    /// sheet is open: then the window closes at once.
+    /// `ask` is called when the user closes the window, and has `close` called if the window may close; not
+    /// while a sheet is open: then the window closes at once.
     void setAskBeforeClosing(std::function<void(std::function<void()> close)> ask);
 
     /// Shows the window in front of all others.

@@ -72,10 +72,10 @@ enum {
 @end
 
 @interface WebDataSource : NSObject
-@property (nonatomic, readonly, strong) NSMutableURLRequest* request;
-@property (nonatomic, readonly, strong) NSURLResponse* response;
-@property (nonatomic, readonly, strong) NSURL* unreachableURL;
-@property (nonatomic, readonly, copy) NSData* data;
+@property(nonatomic, readonly, strong) NSMutableURLRequest* request;
+@property(nonatomic, readonly, strong) NSURLResponse* response;
+@property(nonatomic, readonly, strong) NSURL* unreachableURL;
+@property(nonatomic, readonly, copy) NSData* data;
 @end
 
 @interface WebFrameView : NSView
