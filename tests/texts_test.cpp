@@ -8,7 +8,7 @@ namespace {
 
 class TextsTest : public testing::Test {
 protected:
-    ~TextsTest() override { useLanguage("en"); }
+    void TearDown() override { useLanguage("en"); }
 };
 
 TEST_F(TextsTest, TakesTheNearestLanguage) {

@@ -1,5 +1,6 @@
 #include "platform/gtk/services/GlibURLParser.h"
 
+#include <Poco/Format.h>
 #include <gtest/gtest.h>
 
 namespace vok::test {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/WebView.h"
+#include "platform/shared/FailurePage.h"
 
 #define DISABLE_LEGACY_WEBKIT_DEPRECATIONS  // the whole of WebView is deprecated, in favour of another class
 #import <WebKit/WebKit.h>
@@ -42,6 +43,7 @@ public:
     std::optional<std::string> mainFrameURL() const override;
     void setShouldCloseWithWindow(bool close) override;
     void setShouldUpdateWhileOffscreen(bool update) override;
+    void setPreferredLanguage(const std::string& code) override;
     void setFrameLoadDelegate(WebFrameLoadDelegate& delegate) override;
     void setPolicyDelegate(WebPolicyDelegate& delegate) override;
     void setUIDelegate(WebUIDelegate& delegate) override;

@@ -146,6 +146,21 @@ void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
     });
 }
 
+/// The engine and the network read the languages from the defaults, of which those in the argument domain
+/// come first and are not kept on disk.
+void WebKitView::setPreferredLanguage(const std::string& code) {
+    if (!isLanguageCode(code))
+        return;
+    callCocoa([&] {
+        NSUserDefaults* const defaults = [NSUserDefaults standardUserDefaults];
+        NSMutableDictionary* const arguments =
+            [NSMutableDictionary dictionaryWithDictionary:[defaults volatileDomainForName:NSArgumentDomain]];
+        [arguments setObject:[NSArray arrayWithObject:toNSString(code)] forKey:@"AppleLanguages"];
+        [defaults removeVolatileDomainForName:NSArgumentDomain];
+        [defaults setVolatileDomain:arguments forName:NSArgumentDomain];
+    });
+}
+
 void WebKitView::setFrameLoadDelegate(WebFrameLoadDelegate& delegate) {
     callbacks.frameLoadDelegate = &delegate;
     callCocoa([&] { view.frameLoadDelegate = callbacks; });

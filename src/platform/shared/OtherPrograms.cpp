@@ -17,7 +17,8 @@ bool hasScheme(const std::string& url, const std::string& scheme) {
 
 bool isLoadedByWebView(const std::string& url) {
     const auto schemes = {"https", "http", "file", "about", "data", "blob", "javascript"};
-    return std::ranges::any_of(schemes, [&](const char* scheme) { return hasScheme(url, scheme); });
+    return std::any_of(schemes.begin(), schemes.end(),
+                       [&](const char* scheme) { return hasScheme(url, scheme); });
 }
 
 bool canBrowserFetch(const std::string& url, const std::string& method) {

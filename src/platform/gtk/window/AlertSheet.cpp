@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace vok {
 
@@ -64,10 +65,16 @@ Gtk::ScrolledWindow& messageArea(const std::string& message) {
     return area;
 }
 
+/// Sets it for `widget` and everything in it.
 void setDirection(Gtk::Widget& widget, Gtk::TextDirection direction) {
-    widget.set_direction(direction);
-    for (auto* child = widget.get_first_child(); child; child = child->get_next_sibling())
-        setDirection(*child, direction);
+    std::vector<Gtk::Widget*> pending{&widget};
+    while (!pending.empty()) {
+        auto* const next = pending.back();
+        pending.pop_back();
+        next->set_direction(direction);
+        for (auto* child = next->get_first_child(); child; child = child->get_next_sibling())
+            pending.push_back(child);
+    }
 }
 
 void describeAsAlert(Gtk::Window& sheet, const std::string& title, const std::string& message) {
