@@ -1,7 +1,7 @@
-"""What a screen reader is told about a program, by AT-SPI: accessibility.py PROCESS [press]
+"""What a screen reader is told about a program, by AT-SPI: accessibility.py PROCESS [ROLE]
 
-Prints the elements of all windows of the program as JSON. When told so, it instead presses the buttons of its sheet and
-asks for the sheet until it is gone. The library is used in a process of its own for each look: it does not forget
+Prints the elements of all windows of the program as JSON. With a role, it instead presses the elements of that role and
+asks for the sheet that is open until it is gone. The library is used in a process of its own for each look: it does not forget
 windows that are gone, and it crashes when its cache is cleared while they change.
 """
 
@@ -17,7 +17,7 @@ from gi.repository import Atspi, GLib  # the version has to be chosen first
 from rig.waiting import output  # noqa: E402
 
 RIG_PARENT = pathlib.Path(__file__).resolve().parents[1]
-Element = collections.namedtuple("Element", "role name states")
+Element = collections.namedtuple("Element", "role name states description")
 
 
 def elements(process):
@@ -25,12 +25,13 @@ def elements(process):
     return [Element(*element) for element in json.loads(look(process) or "[]")]
 
 
-def press_buttons(process):
-    look(process, "press")
+def press(process, role):
+    """Presses the elements of a role, such as "push button"."""
+    look(process, role)
 
 
-def look(process, *order):
-    return output(sys.executable, "-B", "-m", "rig.accessibility", str(process), *order, cwd=RIG_PARENT)
+def look(process, *role):
+    return output(sys.executable, "-B", "-m", "rig.accessibility", str(process), *role, cwd=RIG_PARENT)
 
 
 def descendants(node):
@@ -41,27 +42,28 @@ def descendants(node):
 
 
 def described(node):
-    return node.get_role_name(), node.get_name(), [state.value_nick for state in node.get_state_set().get_states()]
+    states = [state.value_nick for state in node.get_state_set().get_states()]
+    return node.get_role_name(), node.get_name(), states, node.get_description()
 
 
-def press_and_ask(program):
+def press_and_ask(program, role):
     program.set_cache_mask(Atspi.Cache.NONE)
     sheet = program.get_child_at_index(1)
     for node in descendants(program):
-        if node.get_role() == Atspi.Role.PUSH_BUTTON:
+        if node.get_role_name() == role:
             Atspi.Action.do_action(node, 0)
     for _ in range(100_000):
         if not sheet or program.get_child_at_index(1) != sheet:
             break
 
 
-def main(process, press=None):
+def main(process, role=None):
     desktop = Atspi.get_desktop(0)
     programs = [desktop.get_child_at_index(index) for index in range(desktop.get_child_count())]
     for program in programs:
         if program and program.get_process_id() == int(process):
-            if press:
-                press_and_ask(program)
+            if role:
+                press_and_ask(program, role)
             else:
                 print(json.dumps([described(node) for node in descendants(program)]))
 

@@ -150,7 +150,7 @@ class Installer:
         return [element.name for element in accessibility.elements(self.process.pid) if element.role == "label"]
 
     def press_sheet_button(self):
-        accessibility.press_buttons(self.process.pid)
+        accessibility.press(self.process.pid, "push button")
 
     # Waiting, for tests
 

@@ -213,7 +213,7 @@ def test_the_context_menu_loads_a_page_again(installer, server):
     items = lambda: [item for item in accessibility.elements(installer.process.pid) if item.role == "menu item"]
     assert wait_for(items)
     assert [item.name for item in items()] == ["Reload"]
-    accessibility.press(items()[0])
+    accessibility.press(installer.process.pid, "menu item")
     installer.wait_for_requests()
 
 

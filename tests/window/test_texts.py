@@ -17,7 +17,7 @@ def test_a_question_is_an_alert_dialog_in_the_language_of_the_pages(installer, s
     server.expect(f"/{code}true", lambda request: languages.append(request.headers["Accept-Language"]) or page("end"))
     installer.start()
     installer.wait_for_sheet(TITLE, "Sure?", cancel, ok)
-    dialogs = [(element.name, element.node.get_description())
+    dialogs = [(element.name, element.description)
                for element in accessibility.elements(installer.process.pid) if element.role == "dialog"]
     assert dialogs == [(TITLE, "Sure?")]
     desktop.press_key("Return")
