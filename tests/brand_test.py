@@ -56,12 +56,12 @@ class BrandTest(unittest.TestCase):
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         return (self.scratch / output).read_bytes() if (self.scratch / output).is_file() else None
 
-    def test_program_brand_and_readme_know_the_same_keys(self):
+    def test_program_brand_and_document_know_the_same_keys(self):
         header = (SOURCE / "src/config/ConfigurationKeys.h").read_text()
         keys = re.findall(r'constexpr auto (\w+) = "(\w+)";', header)
         known = [(key, key) for key in configuration.NEEDED + configuration.OPTIONAL]
         self.assertEqual(keys, known)
-        table = (SOURCE / "README.md").read_text().partition("| Key |")[2].partition("\n\n")[0]
+        table = (SOURCE / "docs/packaging.md").read_text().partition("| Key |")[2].partition("\n\n")[0]
         self.assertEqual(re.findall(r"^\| `(\w+)`", table, re.MULTILINE), [key for key, _ in known])
 
     def test_a_good_product_becomes_a_bundle(self):
