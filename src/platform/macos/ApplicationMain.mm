@@ -1,5 +1,6 @@
 #include "platform/Application.h"
 
+#include "foundation/Log.h"
 #include "platform/Platform.h"
 #include "platform/macos/Bridging.h"
 #include "platform/macos/CocoaWindow.h"
@@ -8,10 +9,13 @@
 #include "platform/macos/Services.h"
 #include "platform/macos/Walls.h"
 #include "platform/macos/WebKitView.h"
+#include "platform/shared/CommandLine.h"
 #include "platform/shared/WindowTitle.h"
+#include "texts/Texts.h"
 
 #include <climits>
 #include <cstdlib>
+#include <iostream>
 #include <string_view>
 
 #include <mach-o/dyld.h>
@@ -58,7 +62,12 @@ public:
 /// Window, web view and the delegate that drives them.
 struct Installer {
     explicit Installer(const ApplicationDelegateMaker& makeDelegate)
-        : window(windowTitle(bundle), webView.nsView()),
+        : webView(workspace,
+                  [this](const std::string& message) {
+                      window.beginAlertSheet(AlertStyle::informational, windowTitle(bundle),
+                                             translated(texts::ok), message);
+                  }),
+          window(windowTitle(bundle), webView.nsView()),
           delegate(
               makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
     }
@@ -152,6 +161,12 @@ void executeRealPath(char* argv[]) {
 
 int ApplicationMain(int argc, char* argv[], ApplicationDelegateMaker makeDelegate) {
     executeRealPath(argv);
+    const auto answer =
+        calledFromCocoa([&] { return commandLineAnswer(argc, argv, MainBundle(), logCommand()); });
+    if (answer) {
+        std::cout << *answer;
+        return EXIT_SUCCESS;
+    }
     @autoreleasepool {
         auto* const application = static_cast<VOKApplication*>([VOKApplication sharedApplication]);
         application.delegateMaker = std::move(makeDelegate);

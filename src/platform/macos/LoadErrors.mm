@@ -41,9 +41,13 @@ constexpr auto rows = std::to_array<Row>({
 
 bool isInterruption(NSError* error) {
     if ([error.domain isEqualToString:WebKitErrorDomain])
-        return error.code == WebKitErrorFrameLoadInterruptedByPolicyChange ||
-               error.code == errorPlugInWillHandleLoad;
+        return isPolicyInterruption(error) || error.code == errorPlugInWillHandleLoad;
     return [error.domain isEqualToString:NSURLErrorDomain] && error.code == NSURLErrorCancelled;
+}
+
+bool isPolicyInterruption(NSError* error) {
+    return [error.domain isEqualToString:WebKitErrorDomain] &&
+           error.code == WebKitErrorFrameLoadInterruptedByPolicyChange;
 }
 
 FailureReason reasonOf(NSError* error) {

@@ -1,10 +1,12 @@
 #include "platform/macos/WebKitView.h"
 
 #include "foundation/Log.h"
+#include "platform/Workspace.h"
 #include "platform/macos/Bridging.h"
 #include "platform/macos/Walls.h"
 #include "platform/macos/WebViewDelegate.h"
 #include "platform/shared/FailurePage.h"
+#include "platform/shared/OtherPrograms.h"
 
 #include <functional>
 
@@ -12,10 +14,12 @@ namespace vok {
 
 namespace {
 
-/// The policy delegate of the port, null before it is set.
-const WebPolicyDelegate* policyOf(EngineView* view) {
-    return static_cast<VOKWebViewDelegate*>(view.policyDelegate).policyDelegate;
+VOKWebViewDelegate* delegateOf(EngineView* view) {
+    return static_cast<VOKWebViewDelegate*>(view.policyDelegate);
 }
+
+/// The policy delegate of the port, null before it is set.
+const WebPolicyDelegate* policyOf(EngineView* view) { return delegateOf(view).policyDelegate; }
 
 std::string startURL(EngineView* view) {
     const auto* const policy = policyOf(view);
@@ -32,11 +36,11 @@ void reloadPage(EngineView* view, const std::function<void()>& reload) {
     if (!policy || policy->webViewIsCommandURL(url))
         return;
     if (source.unreachableURL)
-        [view.mainFrame loadRequest:[NSURLRequest requestWithURL:address]];
+        delegateOf(view).view->mainFrame().loadRequest(url);
     else if (url.starts_with(policy->webViewStartURL()))
         return;
     else if ([source.request.HTTPMethod isEqualToString:@"POST"])
-        [view.mainFrame loadRequest:[NSURLRequest requestWithURL:source.request.URL]];
+        delegateOf(view).view->mainFrame().loadRequest(url);
     else
         reload();
 }
@@ -73,6 +77,22 @@ namespace vok {
 
 namespace {
 
+struct NavigationListener final : WebPolicyDecisionListener {
+    void use() override { isAllowed = true; }
+    bool isAllowed = false;
+};
+
+/// The decision about a window of its own: taken without asking the view to load anything.
+class NewWindowListener final : public WebPolicyDecisionListener {
+public:
+    NewWindowListener(WebView& target, const std::string& requested) : view(target), url(requested) {}
+    void use() override { view.mainFrame().loadRequest(url); }
+
+private:
+    WebView& view;
+    const std::string& url;
+};
+
 EngineView* makeView() {
     WebPreferences* const preferences = [[WebPreferences alloc] initWithIdentifier:@"Installer"];
     [preferences setPrivateBrowsingEnabled:YES];
@@ -85,13 +105,20 @@ EngineView* makeView() {
 
 }  // namespace
 
+WebView& WebKitFrame::webView() { return view; }
+
+/// A script as an address would never end to load.
 void WebKitFrame::loadRequest(const std::string& url) {
     callCocoa([&] {
         NSURL* const target = toNSURL(url);
-        if (target.scheme)
-            [frame loadRequest:[NSURLRequest requestWithURL:target]];
-        else
+        if (!target.scheme) {
             showFailurePage(url, texts::addressNotSupported);
+        } else if ([target.scheme.lowercaseString isEqualToString:@"javascript"]) {
+            showFailurePage(url, texts::addressNotAllowed);
+        } else {
+            view.beginApplicationLoad();
+            [frame loadRequest:[NSURLRequest requestWithURL:target]];
+        }
     });
 }
 
@@ -108,7 +135,8 @@ void WebKitFrame::showFailurePage(const std::string& url, const FailureReason& r
     [frame loadAlternateHTMLString:page baseURL:toNSURL(start) forUnreachableURL:address];
 }
 
-WebKitView::WebKitView() : view(makeView()), main(*this, [view mainFrame]) {
+WebKitView::WebKitView(Workspace& desktop, std::function<void(const std::string&)> showMessage)
+    : workspace(desktop), onMessage(std::move(showMessage)), view(makeView()), main(*this, [view mainFrame]) {
     callbacks = [[VOKWebViewDelegate alloc] init];
     callbacks.view = this;
 }
@@ -141,7 +169,7 @@ void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
         if (activity)
             [process endActivity:activity];
         activity = update ? [process beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
-                                                       reason:@"The pages go on in a hidden window."]
+                                                       reason:@"Pages keep running in a hidden window."]
                           : nil;
     });
 }
@@ -174,6 +202,35 @@ void WebKitView::setPolicyDelegate(WebPolicyDelegate& delegate) {
 void WebKitView::setUIDelegate(WebUIDelegate& delegate) {
     callbacks.uiDelegate = &delegate;
     callCocoa([&] { view.UIDelegate = callbacks; });
+}
+
+void WebKitView::loadCommitted() {
+    isApplicationLoad = false;
+    newWindows.closeAll();
+}
+
+bool WebKitView::allowsNavigation(const std::string& url) {
+    NavigationListener decision;
+    callbacks.policyDelegate->webViewDecidePolicyForNavigationAction(*this, url, decision);
+    const bool isForOthers = decision.isAllowed && !isApplicationLoad && !isLoadedByWebView(url);
+    if (isForOthers)
+        workspace.openURL(url);
+    return decision.isAllowed && !isForOthers;
+}
+
+void WebKitView::openFile(const std::string& url, const std::string& method, const FailureReason& reason) {
+    if (callbacks.policyDelegate->webViewIsCommandURL(url))
+        main.showFailurePage(url, reason);
+    else if (canBrowserFetch(url, method))
+        workspace.openURL(url);
+    else
+        onMessage(translated(texts::fileOfThisWindow));
+}
+
+void WebKitView::newWindowRequested(const std::string& url) {
+    auto& target = callbacks.uiDelegate->webViewCreateWebViewWithRequest(*this, url);
+    NewWindowListener listener(target, url);
+    callbacks.policyDelegate->webViewDecidePolicyForNavigationAction(target, url, listener);
 }
 
 }  // namespace vok

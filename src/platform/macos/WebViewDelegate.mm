@@ -2,27 +2,24 @@
 
 #include "platform/macos/Bridging.h"
 #include "platform/macos/LoadErrors.h"
+#include "platform/macos/PageDialogs.h"
 #include "platform/macos/Walls.h"
+#include "platform/shared/OtherPrograms.h"
 
 namespace vok {
 
 namespace {
 
 /// Answers with "ignore" at its end if nobody has answered before: the engine waits for an answer.
-class DecisionListener final : public WebPolicyDecisionListener {
+class DecisionAnswer {
 public:
-    explicit DecisionListener(id<WebPolicyDecisionListener> asking) : listener(asking) {}
-    DecisionListener(const DecisionListener&) = delete;
-    ~DecisionListener() override {
-        if (listener)
-            shielded([&] { ignore(); });
+    explicit DecisionAnswer(id<WebPolicyDecisionListener> asking) : listener(asking) {}
+    DecisionAnswer(const DecisionAnswer&) = delete;
+    ~DecisionAnswer() {
+        calledFromCocoa([&] { ignore(); });
     }
-    void use() override {
-        callCocoa([&] { [std::exchange(listener, nil) use]; });
-    }
-    void ignore() override {
-        callCocoa([&] { [std::exchange(listener, nil) ignore]; });
-    }
+    void use() { [std::exchange(listener, nil) use]; }
+    void ignore() { [std::exchange(listener, nil) ignore]; }
 
 private:
     id<WebPolicyDecisionListener> listener;  ///< nil once answered
@@ -33,46 +30,13 @@ bool isFailurePage(WebDataSource* source) { return source.unreachableURL != nil;
 
 bool isMain(EngineFrame* frame) { return frame == [[frame webView] mainFrame]; }
 
-/// What a menu on the page offers beside "Reload": editing, and the address of a link. Going back could run a
-/// command once more.
-bool belongsInContextMenu(NSMenuItem* item) {
-    switch (item.tag) {
-    case WebMenuItemTagCopyLinkToClipboard:
-    case WebMenuItemTagCut:
-    case WebMenuItemTagCopy:
-    case WebMenuItemTagPaste:
-        return true;
-    default:
-        return false;
-    }
-}
+std::string urlOf(NSURLRequest* request) { return toOptionalText(request.URL.absoluteString).value_or(""); }
 
-/// Not the engine's own item, which would load a command URL again.
-NSMenuItem* reloadItem(EngineView* view, NSString* title) {
-    NSMenuItem* const item = [[NSMenuItem alloc] initWithTitle:title
-                                                        action:@selector(reload:)
-                                                 keyEquivalent:@""];
-    item.target = view;
-    return item;
-}
-
-/// Shows the alert or question of a page's script. Returns whether the user answered OK.
-bool runPanel(EngineView* view, NSString* message, bool isQuestion) {
-    NSAlert* const alert = [[NSAlert alloc] init];
-    alert.messageText = view.window.title;
-    alert.informativeText = message;
-    [alert addButtonWithTitle:toNSString(translated(texts::ok))];
-    if (isQuestion)
-        [alert addButtonWithTitle:toNSString(translated(texts::cancel))];
-    // Else a page could keep Quit, a command or a log-out from ending the application.
-    NSWindow* const panel = alert.window;
-    panel.preventsApplicationTerminationWhenModal = NO;
-    return [alert runModal] == NSAlertFirstButtonReturn;
-}
-
-/// Empty for no request: the engine asks for a new window before it knows the address.
-std::string urlOf(NSURLRequest* request) {
-    return toOptionalText(request.URL.absoluteString).value_or(std::string());
+std::string contentDisposition(NSURLResponse* response) {
+    if (![response isKindOfClass:[NSHTTPURLResponse class]])
+        return {};
+    auto* const answer = static_cast<NSHTTPURLResponse*>(response);
+    return toOptionalText([answer valueForHTTPHeaderField:@"Content-Disposition"]).value_or("");
 }
 
 }  // namespace
@@ -90,15 +54,25 @@ std::string urlOf(NSURLRequest* request) {
 
 - (void)webView:(WebView*)sender didStartProvisionalLoadForFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
-        // A script's open() without an address would make this page, the only one there is, an empty one.
-        if (vok::isMain(frame) && !frame.provisionalDataSource.request.URL.absoluteString.length) {
-            [frame stopLoading];
-            return;
-        }
         vok::WebKitFrame other(*self.view, frame);
         if (!vok::isFailurePage(frame.provisionalDataSource))
             self.frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(
                 *self.view, vok::isMain(frame) ? self.view->mainFrame() : other);
+    });
+}
+
+- (void)webView:(WebView*)sender didCommitLoadForFrame:(WebFrame*)frame {
+    vok::calledFromCocoa([&] {
+        if (vok::isMain(frame))
+            self.view->loadCommitted();
+    });
+}
+
+/// A new fragment commits nothing.
+- (void)webView:(WebView*)sender didChangeLocationWithinPageForFrame:(WebFrame*)frame {
+    vok::calledFromCocoa([&] {
+        if (vok::isMain(frame) && !frame.provisionalDataSource)
+            self.view->takeApplicationLoad();
     });
 }
 
@@ -137,13 +111,18 @@ std::string urlOf(NSURLRequest* request) {
     [self didFail:error inFrame:frame];
 }
 
+/// An answer without a page, by status 204, leaves the page that is there. That does not do when the
+/// application has asked for another.
 - (void)didFail:(NSError*)error inFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
-        if (!vok::isMain(frame) || vok::isInterruption(error))
+        if (!vok::isMain(frame))
             return;
-        NSString* const url = [error.userInfo objectForKey:NSURLErrorFailingURLStringErrorKey];
-        self.view->mainFrame().showFailurePage(vok::toOptionalText(url).value_or(std::string()),
-                                               vok::reasonOf(error));
+        NSString* const address = [error.userInfo objectForKey:NSURLErrorFailingURLStringErrorKey];
+        const auto url = vok::toOptionalText(address).value_or("");
+        if (!vok::isInterruption(error))
+            self.view->mainFrame().showFailurePage(url, vok::reasonOf(error));
+        else if (vok::isPolicyInterruption(error) && self.view->takeApplicationLoad())
+            self.view->mainFrame().showFailurePage(url, vok::texts::noPage);
     });
 }
 
@@ -155,52 +134,50 @@ std::string urlOf(NSURLRequest* request) {
                               frame:(WebFrame*)frame
                    decisionListener:(id<WebPolicyDecisionListener>)listener {
     vok::calledFromCocoa([&] {
-        vok::DecisionListener decision(listener);
-        self.policyDelegate->webViewDecidePolicyForNavigationAction(*self.view, vok::urlOf(request),
-                                                                    decision);
+        vok::DecisionAnswer answer(listener);
+        if (self.view->allowsNavigation(vok::urlOf(request)))
+            answer.use();
     });
 }
 
-/// A page that is a file to download would leave the view as it is, without a word.
+/// In a frame of the page, what cannot be shown leaves the frame empty, and a PDF stays in it.
 - (void)webView:(WebView*)sender
     decidePolicyForMIMEType:(NSString*)type
                     request:(NSURLRequest*)request
                       frame:(WebFrame*)frame
            decisionListener:(id<WebPolicyDecisionListener>)listener {
     vok::calledFromCocoa([&] {
-        vok::DecisionListener decision(listener);
-        if ([WebView canShowMIMEType:type]) {
-            decision.use();
+        vok::DecisionAnswer answer(listener);
+        const bool isMain = vok::isMain(frame);
+        const auto mimeType = vok::toText(type);
+        const auto disposition = vok::contentDisposition(frame.provisionalDataSource.response);
+        const bool isSupported = [WebView canShowMIMEType:type];
+        const bool isFile = vok::isFile(isMain ? mimeType : "", disposition);
+        if (isSupported && !isFile) {
+            answer.use();
             return;
         }
-        decision.ignore();
-        if (vok::isMain(frame))
-            self.view->mainFrame().showFailurePage(vok::urlOf(request),
-                                                   {vok::texts::typeNotSupported, vok::toText(type)});
+        // The answer ends the load with an interruption, which would show an error page of its own.
+        const bool isApplicationLoad = isMain && self.view->takeApplicationLoad();
+        answer.ignore();
+        const auto reason = isSupported ? vok::FailureReason(vok::texts::isDownload)
+                                        : vok::FailureReason(vok::texts::typeNotSupported, mimeType);
+        if (isApplicationLoad)
+            self.view->mainFrame().showFailurePage(vok::urlOf(request), reason);
+        else if (isMain || isFile)
+            self.view->openFile(vok::urlOf(request), vok::toText(request.HTTPMethod), reason);
     });
 }
 
-/// For example an address with a scheme that nobody here loads.
+/// For example a scheme that the engine does not load, in an address that the application has asked for.
 - (void)webView:(WebView*)sender unableToImplementPolicyWithError:(NSError*)error frame:(WebFrame*)frame {
     [self didFail:error inFrame:frame];
 }
 
 // WebUIDelegate
 
-/// There is one view: the installer's answer can only be that one.
 - (WebView*)webView:(WebView*)sender createWebViewWithRequest:(NSURLRequest*)request {
-    vok::calledFromCocoa(
-        [&] { self.uiDelegate->webViewCreateWebViewWithRequest(*self.view, vok::urlOf(request)); });
-    return sender;
-}
-
-/// The engine has just made this window the new one: it bears the new one's name, by which the next link
-/// would find it, and one opened with a size has no scroll bars.
-- (void)webViewShow:(WebView*)sender {
-    vok::calledFromCocoa([&] {
-        [sender stringByEvaluatingJavaScriptFromString:@"window.name = ''"];
-        sender.mainFrame.frameView.allowsScrolling = YES;
-    });
+    return vok::calledFromCocoa([&] { return self.view->openNewWindow(); });
 }
 
 - (void)webView:(WebView*)sender
@@ -227,19 +204,10 @@ std::string urlOf(NSURLRequest* request) {
 - (NSArray*)webView:(WebView*)sender
     contextMenuItemsForElement:(NSDictionary*)element
               defaultMenuItems:(NSArray*)defaultMenuItems {
-    return vok::calledFromCocoa([&]() -> NSArray* {
-        NSMutableArray* const items = [NSMutableArray array];
-        for (NSMenuItem* item in defaultMenuItems) {
-            if (vok::belongsInContextMenu(item))
-                [items addObject:item];
-            else if (item.tag == WebMenuItemTagReload)
-                [items addObject:vok::reloadItem(sender, item.title)];
-        }
-        return items;
-    });
+    return vok::calledFromCocoa([&] { return vok::contextMenuItems(sender, defaultMenuItems); });
 }
 
-// A script that takes the window for one of its own neither resizes nor closes it.
+// A page's script neither resizes the window nor closes it.
 
 - (void)webView:(WebView*)sender setFrame:(NSRect)frame {
 }

@@ -8,6 +8,10 @@
 - (NSAppleEventDescriptor*)executeAndReturnError:(NSDictionary**)errorInfo;
 @end
 
+@interface NSHTTPURLResponse (Reference)
+- (NSString*)valueForHTTPHeaderField:(NSString*)field;  // macOS 10.15
+@end
+
 @interface NSURL (Reference)
 + (NSURL*)URLWithDataRepresentation:(NSData*)data relativeToURL:(NSURL*)baseURL;  // macOS 10.11
 @end

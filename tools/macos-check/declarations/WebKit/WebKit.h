@@ -46,6 +46,7 @@ enum {
 - (void)webView:(WebView*)sender didStartProvisionalLoadForFrame:(WebFrame*)frame;
 - (void)webView:(WebView*)sender didFailProvisionalLoadWithError:(NSError*)error forFrame:(WebFrame*)frame;
 - (void)webView:(WebView*)sender didCommitLoadForFrame:(WebFrame*)frame;
+- (void)webView:(WebView*)sender didChangeLocationWithinPageForFrame:(WebFrame*)frame;
 - (void)webView:(WebView*)sender didFinishLoadForFrame:(WebFrame*)frame;
 - (void)webView:(WebView*)sender didFailLoadWithError:(NSError*)error forFrame:(WebFrame*)frame;
 @end

@@ -1,0 +1,57 @@
+#include "platform/macos/PageDialogs.h"
+
+#include "platform/macos/Bridging.h"
+#include "texts/Texts.h"
+
+namespace vok {
+
+namespace {
+
+bool belongsInContextMenu(NSMenuItem* item) {
+    switch (item.tag) {
+    case WebMenuItemTagCopyLinkToClipboard:
+    case WebMenuItemTagCut:
+    case WebMenuItemTagCopy:
+    case WebMenuItemTagPaste:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Not the engine's own item, which would load a command URL again.
+NSMenuItem* reloadItem(::WebView* view, NSString* title) {
+    NSMenuItem* const item = [[NSMenuItem alloc] initWithTitle:title
+                                                        action:@selector(reload:)
+                                                 keyEquivalent:@""];
+    item.target = view;
+    return item;
+}
+
+}  // namespace
+
+bool runPanel(::WebView* view, NSString* message, bool isQuestion) {
+    NSAlert* const alert = [[NSAlert alloc] init];
+    alert.messageText = view.window.title;
+    alert.informativeText = message;
+    [alert addButtonWithTitle:toNSString(translated(texts::ok))];
+    if (isQuestion)
+        [alert addButtonWithTitle:toNSString(translated(texts::cancel))];
+    // Else a page could keep Quit, a command or a log-out from ending the application.
+    NSWindow* const panel = alert.window;
+    panel.preventsApplicationTerminationWhenModal = NO;
+    return [alert runModal] == NSAlertFirstButtonReturn;
+}
+
+NSArray* contextMenuItems(::WebView* view, NSArray* defaultItems) {
+    NSMutableArray* const items = [NSMutableArray array];
+    for (NSMenuItem* item in defaultItems) {
+        if (belongsInContextMenu(item))
+            [items addObject:item];
+        else if (item.tag == WebMenuItemTagReload)
+            [items addObject:reloadItem(view, item.title)];
+    }
+    return items;
+}
+
+}  // namespace vok
