@@ -10,7 +10,8 @@ using StartUpTest = InstallerTest;
 TEST_F(StartUpTest, PreparesTheWebViewAndShowsTheSplashPage) {
     desktop.propertyLists[tools + "/installer_config.plist"] = config;
     installer.applicationDidFinishLaunching();
-    EXPECT_EQ(desktop.takeEvents(), (Events{"language en-GB", "close with window", "update off screen", "load " + splash}));
+    EXPECT_EQ(desktop.takeEvents(),
+              (Events{"language en-GB", "close with window", "update off screen", "load " + splash}));
     EXPECT_EQ(takeLog(), Events{"Natigating to splash page (url = '" + splash + "')..."});
     EXPECT_EQ(desktop.frameLoadDelegate, &installer);
     EXPECT_EQ(desktop.policyDelegate, &installer);
@@ -46,6 +47,32 @@ TEST_F(StartUpTest, KnowsCommandURLsOnceItIsConfigured) {
     config.erase("commandUrlPrefix");
     start();
     EXPECT_FALSE(installer.webViewIsCommandURL("https://pages.test/command?command=install"));
+}
+
+TEST_F(StartUpTest, PageHostsWithoutANameAreToldInASheet) {
+    config["pageHosts"] = "  ";
+    desktop.propertyLists[tools + "/installer_config.plist"] = config;
+    installer.applicationDidFinishLaunching();
+    EXPECT_EQ(desktop.events.back(),
+              errorSheet("Initialization failed.\nThe value of 'pageHosts' names no host."));
+}
+
+TEST_F(StartUpTest, ShowsThePagesOfThePageHostsAlone) {
+    start();
+    EXPECT_TRUE(installer.webViewMayShowPage("https://other.test/"));
+    config["pageHosts"] = " pages.test  Local.test:8017 [::1]:8017 ";
+    start();
+    for (const std::string url :
+         {"https://pages.test", "HTTPS://Pages.test:443/a", "http://pages.test:80?a",
+          "https://ann:x@pages.test#a", "http://local.test:8017/", "http://[::1]:8017/", "about:blank",
+          "file:///a", "data:text/html,a", "blob:https://other.test/a"})
+        EXPECT_TRUE(installer.webViewMayShowPage(url)) << url;
+    for (const std::string url :
+         {"https://other.test/", "https://pages.test:80/", "http://pages.test:443/",
+          "https://pages.test.other.test/", "https://sub.pages.test/", "https://pages.test@other.test/",
+          "https://other.test/@pages.test", "https://other.test\\@pages.test/",
+          "https://other.test?@pages.test", "http://local.test/", "https://"})
+        EXPECT_FALSE(installer.webViewMayShowPage(url)) << url;
 }
 
 struct PageFlowTest : InstallerTest {

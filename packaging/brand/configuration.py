@@ -9,7 +9,7 @@ import text
 
 # The keys that the installer knows: src/config/ConfigurationKeys.h.
 NEEDED = ("firstInstallationPageUrl", "analyticParams", "commandUrlPrefix", "installTool", "launchAsAdminTool")
-OPTIONAL = ("agentId", "targetDir", "lang")
+OPTIONAL = ("agentId", "targetDir", "lang", "pageHosts")
 TOOLS = ("installTool", "launchAsAdminTool")
 
 # The installer hands these to a shell as they stand.

@@ -1,9 +1,11 @@
 #include "app/AppDelegate.h"
 
 #include "config/BrowserPaths.h"
+#include "config/ConfigurationKeys.h"
 #include "config/DictionaryLookup.h"
 #include "foundation/Exception.h"
 #include "foundation/Log.h"
+#include "pages/PageHosts.h"
 #include "texts/Texts.h"
 
 #include <Poco/String.h>
@@ -41,6 +43,8 @@ void AppDelegate::applicationDidFinishLaunching() {
         versionFireFox = FindValueInPlistFile(platform.propertyLists, firefoxInfoPath, shortVersionKey);
         versionSafari = FindValueInPlistFile(platform.propertyLists, safariInfoPath, shortVersionKey);
         openUrlInNewWindow = false;
+        const auto hosts = FindStringInDict(config(), configuration::pageHosts);
+        pageHosts = hosts ? std::optional(PageHostsFromString(*hosts)) : std::nullopt;
 
         webView->setShouldCloseWithWindow(true);
         webView->setShouldUpdateWhileOffscreen(true);

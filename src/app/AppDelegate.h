@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace vok {
@@ -116,6 +117,8 @@ public:
     void webViewDecidePolicyForNavigationAction(WebView& sender, const std::string& requestURL,
                                                 WebPolicyDecisionListener& listener) override;
     bool webViewIsCommandURL(const std::string& url) const override;
+    /// Allows every page but those on hosts that are missing in `pageHosts`.
+    bool webViewMayShowPage(const std::string& url) const override;
     std::string webViewStartURL() const override { return getSplashPageUrl(); }
     WebView& webViewCreateWebViewWithRequest(WebView& sender, const std::string& requestURL) override;
     /// Goes back to the splash page, whose end leads on to the first installation page; the page that was
@@ -139,6 +142,7 @@ private:
     std::optional<std::string> versionFireFox;
     std::optional<std::string> versionSafari;
     WebView* webView;
+    std::optional<std::set<std::string>> pageHosts;  ///< all hosts when the configuration names none
     int lossCount = 0;  ///< of the web content process, each within a minute of the one before
     std::chrono::steady_clock::time_point lastLoss;
 };

@@ -19,5 +19,7 @@ inline constexpr auto agentId = "agentId";
 inline constexpr auto targetDir = "targetDir";
 /// Language of the pages; by default the user's preferred one.
 inline constexpr auto lang = "lang";
+/// The only hosts whose pages the window shows, separated by blanks; by default all hosts.
+inline constexpr auto pageHosts = "pageHosts";
 
 }  // namespace vok::configuration

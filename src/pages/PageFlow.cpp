@@ -3,9 +3,10 @@
 #include "config/ConfigurationKeys.h"
 #include "config/DictionaryLookup.h"
 #include "foundation/Log.h"
-#include "texts/Texts.h"
+#include "pages/PageHosts.h"
 #include "platform/URLParser.h"
 #include "platform/Workspace.h"
+#include "texts/Texts.h"
 
 #include <utility>
 
@@ -62,6 +63,10 @@ void AppDelegate::webViewDecidePolicyForNavigationAction(WebView&, const std::st
 bool AppDelegate::webViewIsCommandURL(const std::string& url) const {
     const auto prefix = appConfig ? FindStringInDict(config(), "commandUrlPrefix") : std::nullopt;
     return prefix && url.starts_with(*prefix);
+}
+
+bool AppDelegate::webViewMayShowPage(const std::string& url) const {
+    return !pageHosts || IsOnPageHost(url, *pageHosts);
 }
 
 WebView& AppDelegate::webViewCreateWebViewWithRequest(WebView& sender, const std::string&) {

@@ -58,6 +58,11 @@ public:
     /// itself, nor hands its URL to another program.
     virtual bool webViewIsCommandURL(const std::string& /*url*/) const { return false; }
 
+    /// May the main frame show the page at `url`, to which a load has led after all redirects? If not, the
+    /// view keeps its page and leaves the other one to the default browser; the error page takes the place of
+    /// a page that the application asked for and of one that would run a command.
+    virtual bool webViewMayShowPage(const std::string& /*url*/) const { return true; }
+
     /// What the URL of the page that leads to the first installation page begins with; empty for none.
     virtual std::string webViewStartURL() const { return {}; }
 };

@@ -1,12 +1,14 @@
-"""What a page leaves to the other programs of the desktop: addresses that it cannot load, and files."""
+"""What a page leaves to the other programs of the desktop: addresses that it cannot load, files, and pages of hosts
+that `pageHosts` lacks."""
 
 import pytest
 
 from rig.installer import TITLE
-from rig.page_server import page, script_page
+from rig.page_server import page, redirect, script_page
 from test_failures import try_again
 
 FILE_OF_THIS_WINDOW = "This file cannot be opened: the default browser cannot fetch it from outside this window."
+NOT_ALLOWED = "This address is not allowed."
 NO_PAGE = "(This link is a download and cannot be opened here.)"
 
 
@@ -89,3 +91,73 @@ def test_a_command_url_that_answers_with_a_file_runs_nothing_and_is_not_handed_o
     start(uninstall)
     installer.wait_for_log(f"Failed to load '{server.url('/command')}")
     assert installer.calls("admin tool") == installer.calls("browser") == []
+
+
+@pytest.fixture
+def elsewhere(installer, server):
+    """Lists the pages' host and gives the address of a path on another host, which the same server answers."""
+    installer.configuration["pageHosts"] = f"setup.example.com {server.url().removeprefix('http://')}"
+    return lambda path: server.url(path).replace("127.0.0.1", "localhost")
+
+
+@pytest.mark.parametrize("script, target", [
+    ("document.querySelector('a').click()", ""), ("location = '{}'", ""), ("location = '/redirect'", ""),
+    ("open('{}')", "new window"),
+], ids=["link", "script", "redirect", "new window"])
+def test_a_page_of_another_host_opens_in_the_default_browser_and_runs_nothing(
+        installer, server, elsewhere, first_page_does, script, target):
+    other = elsewhere("/other")
+    if "redirect" in script:
+        server.expect("/redirect", redirect(other))
+    if not target:
+        server.expect("/other", page("other", server.url(installer.command("uninstall", None, reportUrl="r"))))
+    first_page_does(script.format(other), f"<!doctype html><a href='{other}'>Other</a>")
+    assert installer.calls("browser") == [f"[{other}]"]
+    assert installer.calls("admin tool") == []
+
+
+def test_a_form_for_another_host_is_told_in_a_sheet_and_the_page_stays(installer, server, elsewhere):
+    form = f"<!doctype html><form method=post action={elsewhere('/other')}></form>"
+    server.expect(installer.first_path(), form + script_page(
+        "onload = () => { document.forms[0].submit(); setTimeout(() => location = '/next', 2000) }"))
+    server.expect("POST /other")
+    server.expect("/next")
+    installer.start()
+    installer.wait_for_sheet(TITLE, NOT_ALLOWED, "OK")
+    installer.wait_for_requests()
+    assert installer.calls("browser") == []
+
+
+def test_a_command_url_on_another_host_runs_nothing(installer, server, elsewhere, start):
+    installer.configuration["commandUrlPrefix"] = elsewhere("/command")
+    uninstall = installer.command("uninstall", callback=None, reportUrl="r")
+    server.expect(uninstall)
+    start(elsewhere(uninstall))
+    installer.wait_for_log(f"({NOT_ALLOWED})")
+    assert installer.calls("admin tool") == installer.calls("browser") == []
+
+
+@pytest.mark.parametrize("redirected", [False, True], ids=["direct", "redirected"])
+def test_a_callback_to_another_host_leads_to_the_error_page(installer, server, elsewhere, start, redirected):
+    """Without a request, which would carry the agent identifier."""
+    cancel = installer.command("cancel", callbackUrl=server.url("/back") if redirected else elsewhere("/back"))
+    server.expect(cancel)
+    if redirected:
+        installer.answers["/back"] = redirect(elsewhere("/other"))
+        server.expect("/other")
+    start(cancel)
+    installer.wait_for_log(f"Failed to load '{elsewhere('/other' if redirected else '/back')}")
+    assert NOT_ALLOWED in installer.log()
+    assert installer.calls("browser") == []
+
+
+def test_page_hosts_leave_frames_and_listed_callbacks_alone(installer, server, elsewhere):
+    cancel = installer.command("cancel")
+    server.expect(installer.first_path(), f"<!doctype html><iframe src='{elsewhere('/frame')}'></iframe>"
+                  + script_page(f"onload = () => location = '{cancel}'"))
+    server.expect("/frame")
+    server.expect(cancel)
+    server.expect("/back?pid=PID&agentId=AGENT&action=cancel&event=finished&result=success&")
+    installer.start()
+    installer.wait_for_requests()
+    assert installer.calls("browser") == []

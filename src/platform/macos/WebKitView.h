@@ -66,7 +66,7 @@ public:
     bool allowsNavigation(const std::string& url);
     /// Hands what a page got from `url` to the default browser, and the page stays. `reason` is for a command
     /// URL.
-    void openFile(const std::string& url, const std::string& method, const FailureReason& reason);
+    void openInBrowser(const std::string& url, const std::string& method, const FailureReason& reason);
     EngineView* openNewWindow() { return newWindows.open(view); }
 
 private:

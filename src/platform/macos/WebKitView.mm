@@ -21,6 +21,11 @@ VOKWebViewDelegate* delegateOf(EngineView* view) {
 /// The policy delegate of the port, null before it is set.
 const WebPolicyDelegate* policyOf(EngineView* view) { return delegateOf(view).policyDelegate; }
 
+bool mayShowPage(EngineView* view, const std::string& url) {
+    const auto* const policy = policyOf(view);
+    return !policy || policy->webViewMayShowPage(url);
+}
+
 std::string startURL(EngineView* view) {
     const auto* const policy = policyOf(view);
     return policy ? policy->webViewStartURL() : "";
@@ -33,7 +38,7 @@ void reloadPage(EngineView* view, const std::function<void()>& reload) {
     NSURL* const address = source.unreachableURL ?: source.request.URL;
     const auto url = toOptionalText(address.absoluteString).value_or("");
     const auto* const policy = policyOf(view);
-    if (!policy || policy->webViewIsCommandURL(url))
+    if (!policy || policy->webViewIsCommandURL(url) || !policy->webViewMayShowPage(url))
         return;
     if (source.unreachableURL)
         delegateOf(view).view->mainFrame().loadRequest(url);
@@ -113,7 +118,8 @@ void WebKitFrame::loadRequest(const std::string& url) {
         NSURL* const target = toNSURL(url);
         if (!target.scheme) {
             showFailurePage(url, texts::addressNotSupported);
-        } else if ([target.scheme.lowercaseString isEqualToString:@"javascript"]) {
+        } else if ([target.scheme.lowercaseString isEqualToString:@"javascript"] ||
+                   !mayShowPage([frame webView], url)) {
             showFailurePage(url, texts::addressNotAllowed);
         } else {
             view.beginApplicationLoad();
@@ -129,6 +135,7 @@ void WebKitFrame::showFailurePage(const std::string& url, const FailureReason& r
     NSURL* address = toNSURL(url);
     if (!address.scheme)
         address = toNSURL("about:blank");
+    canTryAgain = canTryAgain && mayShowPage([frame webView], url);
     const auto start = startURL([frame webView]);
     const auto startAgainURL = url.starts_with(start) ? std::string() : start;
     NSString* const page = toNSString(failurePage({url, reason, canTryAgain, startAgainURL}, logCommand()));
@@ -218,13 +225,14 @@ bool WebKitView::allowsNavigation(const std::string& url) {
     return decision.isAllowed && !isForOthers;
 }
 
-void WebKitView::openFile(const std::string& url, const std::string& method, const FailureReason& reason) {
+void WebKitView::openInBrowser(const std::string& url, const std::string& method, const FailureReason& reason) {
     if (callbacks.policyDelegate->webViewIsCommandURL(url))
         main.showFailurePage(url, reason);
     else if (canBrowserFetch(url, method))
         workspace.openURL(url);
     else
-        onMessage(translated(texts::fileOfThisWindow));
+        onMessage(translated(callbacks.policyDelegate->webViewMayShowPage(url) ? texts::fileOfThisWindow
+                                                                               : texts::addressNotAllowed));
 }
 
 void WebKitView::newWindowRequested(const std::string& url) {

@@ -153,19 +153,21 @@ std::string contentDisposition(NSURLResponse* response) {
         const auto disposition = vok::contentDisposition(frame.provisionalDataSource.response);
         const bool isSupported = [WebView canShowMIMEType:type];
         const bool isFile = vok::isFile(isMain ? mimeType : "", disposition);
-        if (isSupported && !isFile) {
+        const bool mayShow = !isMain || self.policyDelegate->webViewMayShowPage(vok::urlOf(request));
+        if (mayShow && isSupported && !isFile) {
             answer.use();
             return;
         }
         // The answer ends the load with an interruption, which would show an error page of its own.
         const bool isApplicationLoad = isMain && self.view->takeApplicationLoad();
         answer.ignore();
-        const auto reason = isSupported ? vok::FailureReason(vok::texts::isDownload)
-                                        : vok::FailureReason(vok::texts::typeNotSupported, mimeType);
+        const auto reason = !mayShow       ? vok::FailureReason(vok::texts::addressNotAllowed)
+                            : isSupported ? vok::FailureReason(vok::texts::isDownload)
+                                          : vok::FailureReason(vok::texts::typeNotSupported, mimeType);
         if (isApplicationLoad)
             self.view->mainFrame().showFailurePage(vok::urlOf(request), reason);
         else if (isMain || isFile)
-            self.view->openFile(vok::urlOf(request), vok::toText(request.HTTPMethod), reason);
+            self.view->openInBrowser(vok::urlOf(request), vok::toText(request.HTTPMethod), reason);
     });
 }
 

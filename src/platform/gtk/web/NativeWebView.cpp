@@ -112,7 +112,7 @@ std::optional<std::string> NativeWebView::url() const {
 
 void NativeWebView::load(const std::string& url) {
     // A script as an address would never end to load.
-    if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0) {
+    if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0 || !owner.mayShowPage(url)) {
         showFailurePage(withoutZeroBytes(url), texts::addressNotAllowed);
         return;
     }
@@ -202,8 +202,8 @@ bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
     return true;
 }
 
-/// An answer without a page, by status 204, leaves the page that is there. That does not do when the application
-/// has asked for another.
+/// An answer without a page, by status 204, leaves the page that is there. That does not do when the
+/// application has asked for another.
 void NativeWebView::onLoadFailed(const char* url, const GError& error) {
     answerWait.end();
     if (std::exchange(currentLoad, Load::failed) == Load::failed || failurePageRequested)
@@ -217,7 +217,8 @@ void NativeWebView::onLoadFailed(const char* url, const GError& error) {
 void NativeWebView::showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
     Log("Failed to load '%@' (%@).", url, reason.logged);
     const auto start = owner.startURL();
-    failedLoad = FailedLoad{url, reason, canTryAgain, url.starts_with(start) ? std::string() : start};
+    failedLoad = FailedLoad{url, reason, canTryAgain && owner.mayShowPage(url),
+                            url.starts_with(start) ? std::string() : start};
     failurePageRequested = true;
     // A local page may link to any address; the start page is a local file.
     webkit_web_view_load_alternate_html(view.get(), failurePage(*failedLoad, logCommand()).c_str(),
@@ -265,29 +266,42 @@ bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
         return false;
     answerWait.end();
     WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
-    const std::string type = webkit_uri_response_get_mime_type(response);
-    const bool isSupported = webkit_response_policy_decision_is_mime_type_supported(decision);
-    if (isSupported && !isFile(type, contentDisposition(response)))
+    const std::string url = webkit_uri_response_get_uri(response);
+    const auto reason = reasonNotToShow(url, decision);
+    if (!reason)
         return false;
     webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
-    const std::string url = webkit_uri_response_get_uri(response);
-    const auto reason =
-        isSupported ? FailureReason(texts::isDownload) : FailureReason(texts::typeNotSupported, type);
     if (requestedURL.empty())
-        openFile(url, webkit_response_policy_decision_get_request(decision), reason);
+        openInBrowser(url, webkit_response_policy_decision_get_request(decision), *reason);
     else
-        showFailurePage(url, reason);
+        showFailurePage(url, *reason);
     return true;
 }
 
-void NativeWebView::openFile(const std::string& url, WebKitURIRequest* request, const FailureReason& reason) {
+std::optional<FailureReason> NativeWebView::reasonNotToShow(const std::string& url,
+                                                            WebKitResponsePolicyDecision* decision) const {
+    if (!owner.mayShowPage(url))
+        return texts::addressNotAllowed;
+    WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
+    const std::string type = webkit_uri_response_get_mime_type(response);
+    if (!webkit_response_policy_decision_is_mime_type_supported(decision))
+        return FailureReason(texts::typeNotSupported, type);
+    if (isFile(type, contentDisposition(response)))
+        return texts::isDownload;
+    return std::nullopt;
+}
+
+void NativeWebView::openInBrowser(const std::string& url, WebKitURIRequest* request,
+                                  const FailureReason& reason) {
     const char* const method = webkit_uri_request_get_http_method(request);  // null for "blob:"
     if (owner.isCommandURL(url))
         showFailurePage(url, reason);
     else if (method && canBrowserFetch(url, method))
         owner.openElsewhere(url);
     else
-        owner.alertRequested(messageFor(view.get(), translated(texts::fileOfThisWindow)));
+        owner.alertRequested(messageFor(
+            view.get(),
+            translated(owner.mayShowPage(url) ? texts::fileOfThisWindow : texts::addressNotAllowed)));
 }
 
 void NativeWebView::askBeforeClosing(std::function<void()> close) {

@@ -33,6 +33,7 @@ public:
     virtual void processTerminated(NativeWebView& view) = 0;
     /// As the policy delegate has it.
     virtual bool isCommandURL(const std::string& url) const = 0;
+    virtual bool mayShowPage(const std::string& url) const = 0;
     virtual std::string startURL() const = 0;
     virtual void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) = 0;
     /// A window that a page has opened gets its first address; the view itself shows no other window.
@@ -73,15 +74,16 @@ public:
 
     bool is(WebKitWebView* other) const { return view.get() == other; }
 
-    /// Opens a file that a page has asked for in the default browser, or tells that it cannot be opened; `reason`
-    /// is that of the failure page for a command URL.
-    void openFile(const std::string& url, WebKitURIRequest* request, const FailureReason& reason);
+    /// Opens a file, or a page that this view may not show, in the default browser, or tells that it cannot
+    /// be opened; `reason` is that of the failure page for a command URL.
+    void openInBrowser(const std::string& url, WebKitURIRequest* request, const FailureReason& reason);
 
     /// Calls `close`, now or later, unless the page that is there objects to the closing of its window and
     /// the user agrees with it. Only a page of the web may object.
     void askBeforeClosing(std::function<void()> close);
 
-    /// Shows in place of the page at `url` that it could not be loaded, and why.
+    /// Shows in place of the page at `url` that it could not be loaded, and why. A page that this view may
+    /// not show is never offered again.
     void showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
     /// The same, a little later, if the page that has loaded is an HTTP error with an empty body. A command
     /// that it has run is not offered again.
@@ -107,6 +109,9 @@ private:
     bool onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     void onNavigation(WebKitNavigationPolicyDecision* decision);
     bool onResponse(WebKitResponsePolicyDecision* decision);
+    /// Nothing if the answer of the main frame is a page that belongs here.
+    std::optional<FailureReason> reasonNotToShow(const std::string& url,
+                                                 WebKitResponsePolicyDecision* decision) const;
     void onScriptDialog(WebKitScriptDialog* dialog);
     void onProcessTerminated();
 

@@ -117,6 +117,8 @@ bool WebKitView::isCommandURL(const std::string& url) const {
     return policyDelegate->webViewIsCommandURL(url);
 }
 
+bool WebKitView::mayShowPage(const std::string& url) const { return policyDelegate->webViewMayShowPage(url); }
+
 std::string WebKitView::startURL() const { return policyDelegate->webViewStartURL(); }
 
 void WebKitView::decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) {
@@ -132,7 +134,7 @@ void WebKitView::newWindowRequested(const std::string& requestURL) {
 void WebKitView::onDownload(WebKitDownload* download) {
     WebKitURIRequest* const request = webkit_download_get_request(download);
     auto& view = next && next->is(webkit_download_get_web_view(download)) ? *next : *shown;
-    view.openFile(webkit_uri_request_get_uri(request), request, texts::isDownload);
+    view.openInBrowser(webkit_uri_request_get_uri(request), request, texts::isDownload);
 }
 
 void WebKitView::alertRequested(Alert alert) { showSheet(std::move(alert)); }

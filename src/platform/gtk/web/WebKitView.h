@@ -51,6 +51,7 @@ private:
     void loadProgressed(double progress) override { onProgress(progress); }
     void processTerminated(NativeWebView& view) override;
     bool isCommandURL(const std::string& url) const override;
+    bool mayShowPage(const std::string& url) const override;
     std::string startURL() const override;
     void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) override;
     void newWindowRequested(const std::string& requestURL) override;
