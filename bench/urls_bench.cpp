@@ -1,4 +1,4 @@
-// Parsing, building and escaping URLs, beside what Poco and GLib do with the same texts.
+// Parsing, building and escaping URLs, compared with Poco and GLib on the same strings.
 
 #include "app/AppDelegate.h"
 #include "bridge/UrlQuery.h"
@@ -91,7 +91,7 @@ private:
     vok::AppDelegate installer{{desktop, desktop, desktop, desktop, desktop, desktop, urls, desktop}};
 };
 
-/// A measurement of `work` on `input`, which is a text of `size` bytes.
+/// A measurement of `work` on `input`, a string of `size` bytes.
 template <class Input, class Work>
 void measure(const std::string& name, const Input& input, std::size_t size, Work work) {
     benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {

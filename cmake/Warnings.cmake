@@ -1,4 +1,4 @@
-# The warnings of every target of ours. They are errors where the build is checked, not where it is used.
+# The warnings of every target of this project. They are errors where the build is checked, not where it is used.
 option(VOK_WARNINGS_AS_ERRORS "Stop at the first warning" OFF)
 
 add_library(vok_warnings INTERFACE)

@@ -168,7 +168,7 @@ def _(it):
 # What pages cannot do
 
 def refused(name, script, outcome="page refused"):
-    """A first page that tries something; it goes on to /got when it got it."""
+    """A first page that tries something, and goes to /got when that succeeds."""
     @fault(name, outcome)
     def _(it):
         it.answers["/first"] = page("first") + f"""<script>

@@ -46,7 +46,7 @@ public:
     /// The configured target directory, else one named after `agent`; raises NSInvalidArgumentException when
     /// it needs `agent` and that is nil.
     std::string getTargetDirForAgent(const std::optional<std::string>& agent) const;
-    /// The configured language, else the person's first one, else `defaultLang`. Raises nothing.
+    /// The configured language, else the user's first one, else `defaultLang`. Raises nothing.
     std::string getPreferredLanguage(const std::string& defaultLang) const;
 
     // pages/PageFlow.cpp and pages/PageUrls.cpp
@@ -55,7 +55,7 @@ public:
     std::string getSplashPageUrl() const;
     /// URL of the first installation page with all that is known of the machine, escaped as a whole.
     std::string getFirstInstallationPageUrl() const;
-    /// Goes on from the splash page to the first installation page, and runs command URLs.
+    /// Loads the first installation page after the splash page, and runs command URLs.
     void webViewDidFinishLoadForFrame(WebView& sender, WebFrame& frame) override;
 
     // bridge/Dispatch.cpp
@@ -121,9 +121,8 @@ public:
     bool webViewMayShowPage(const std::string& url) const override;
     std::string webViewStartURL() const override { return getSplashPageUrl(); }
     WebView& webViewCreateWebViewWithRequest(WebView& sender, const std::string& requestURL) override;
-    /// Goes back to the splash page, whose end leads on to the first installation page; the page that was
-    /// lost may have been a command URL and is never loaded again. The third loss in a short time ends in a
-    /// sheet instead.
+    /// Loads the splash page, which leads to the first installation page; the page that crashed may have been
+    /// a command URL and is never loaded again. The third crash in a short time ends in a sheet instead.
     void webViewWebContentProcessDidTerminate(WebView& sender) override;
 
 private:

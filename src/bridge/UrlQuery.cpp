@@ -11,7 +11,7 @@ using enum ExceptionKind;
 
 namespace {
 
-/// Cuts `text` at the first `separator` and returns what stands before it; `text` keeps what follows.
+/// Splits `text` at the first `separator`: returns what is before it, and leaves in `text` what follows.
 std::string_view takeUntil(std::string_view& text, char separator) {
     const auto end = text.find(separator);
     const auto taken = text.substr(0, end);

@@ -7,12 +7,12 @@
 
 namespace vok {
 
-/// Takes a command URL's query apart into parameters:
+/// Parses a command URL's query into parameters:
 ///
 ///     query = piece *( "&" piece )      a piece that is empty or begins with "=" is skipped
 ///     piece = key [ "=" value ]         a missing value is empty; a second "=" and what follows is dropped
 ///
-/// Key and value are percent-decoded after the splitting; "+" stays a plus sign. The last of several values
+/// Key and value are percent-decoded after splitting; "+" stays a plus sign. The last of several values
 /// of a key is kept. For example "command=install&flag&name=a%20b+c=d&command=cancel" gives {command:
 /// "cancel", flag: "", name: "a b+c"}.
 ///

@@ -37,7 +37,7 @@ std::string queryCommand(std::string_view installToolPath, std::string_view agen
 }
 
 /// Lowers the limit of open files to what is usual on macOS, for the processes started meanwhile, which may
-/// raise it. Poco's child closes each number up to the limit, one by one, which takes long.
+/// raise it. Poco's child closes every descriptor up to the limit, which is slow.
 class UsualFileLimit {
 public:
     UsualFileLimit() {
@@ -58,7 +58,7 @@ Poco::ProcessHandle launchBash(const std::string& command, Poco::Pipe& output) {
     return Poco::Process::launch("/bin/bash", {"-c", command}, nullptr, &output, nullptr);
 }
 
-/// Runs `command` in bash, appends what it prints to `output` and returns its exit status. The output is read
+/// Runs `command` in bash, appends its output to `output` and returns its exit status. The output is read
 /// to its end before the child is waited for.
 int runCommand(const std::string& command, std::string& output) {
     Poco::Pipe pipe;

@@ -5,10 +5,10 @@
 
 namespace vok {
 
-/// Texts by name. A property list's values that are not strings are held as their text.
+/// Strings by name. Values of a property list that are not strings are converted to strings.
 using Dictionary = std::map<std::string, std::string>;
 
-/// The parameters of one command URL, percent-decoded. Lent to the command that it names, kept by nobody.
+/// The parameters of one command URL, percent-decoded. Borrowed for the call of the command.
 using CommandParams = Dictionary;
 
 }  // namespace vok

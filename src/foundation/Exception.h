@@ -13,7 +13,7 @@ enum class ExceptionKind {
     NSGenericException,          ///< everything else
 };
 
-/// The installer's failure: a kind, and a message that may be shown to the person as it stands.
+/// The installer's failure: a kind, and a message that may be shown to the user unchanged.
 /// Guarded blocks catch this class and nothing else.
 class Exception : public std::exception {
 public:

@@ -31,7 +31,7 @@ constexpr auto hexadecimalValue = [] {
 
 int valueOf(char digit) { return hexadecimalValue[static_cast<unsigned char>(digit)]; }
 
-/// Looks at all bytes without a branch, which is many times faster than to stop at the first.
+/// Checks all bytes without a branch, which is many times faster than stopping at the first.
 bool isAscii(std::string_view text) {
     unsigned char bits = 0;
     for (const char character : text)

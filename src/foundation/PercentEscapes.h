@@ -9,8 +9,8 @@ namespace vok {
 /// byte, "%" included, becomes "%" and two upper-case hexadecimal digits.
 std::string AddPercentEscapes(std::string_view text);
 
-/// Turns each "%" and two hexadecimal digits in `text` into their byte; "+" stays a plus sign. No when an
-/// escape is malformed or the result is not UTF-8; the text is of no use then.
+/// Decodes each "%" and two hexadecimal digits in `text`; "+" stays a plus sign. Returns false when an
+/// escape is malformed or the result is not UTF-8; `text` is then unspecified.
 bool RemovePercentEscapes(std::string& text);
 
 }  // namespace vok

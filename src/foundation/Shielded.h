@@ -8,8 +8,8 @@
 
 namespace vok {
 
-/// Calls `callback` where an exception must go no further: in a frame that C or Objective-C code called. What
-/// is thrown is logged, and the program goes on with a value-initialised result.
+/// Calls `callback` in a frame that C or Objective-C code called, which no exception may cross. An exception
+/// is logged, and the result is value-initialised.
 template <class Callback>
 std::invoke_result_t<Callback> shielded(Callback&& callback) noexcept {
     try {

@@ -9,7 +9,7 @@
 
 namespace vok {
 
-/// One argument of a format: a text, nil, or an integer.
+/// One argument of a format: a string, nil, or an integer.
 using FormatArgument = std::variant<std::nullptr_t, std::string_view, int>;
 
 inline FormatArgument formatArgument(int number) { return number; }
@@ -20,11 +20,11 @@ FormatArgument formatArgument(const Text& text) {
 }
 
 /// Fills the placeholders of `format` with `arguments` in order.
-/// %@ and %s take a text (nil gives "(null)"), %d an integer; any other "%" stands for itself, and so does
+/// %@ and %s take a string (nil gives "(null)"), %d an integer; any other "%" stands for itself, and so does
 /// every "%" inside an argument. Throws std::logic_error when placeholders and arguments do not match.
 std::string FormatArguments(std::string_view format, std::span<const FormatArgument> arguments);
 
-/// The same for arguments in place: std::string, std::optional<std::string>, C strings and int.
+/// The same for arguments given directly: std::string, std::optional<std::string>, C strings and int.
 template <class... Arguments>
 std::string StringWithFormat(std::string_view format, const Arguments&... arguments) {
     if constexpr (sizeof...(arguments) == 0) {

@@ -20,12 +20,12 @@ public:
     virtual void performAfterDelay(double seconds, std::function<void()> perform) = 0;
 };
 
-/// What the platform tells the installer of the application's life, on the main thread.
+/// The application's life cycle; called on the main thread.
 class ApplicationDelegate {
 public:
     virtual ~ApplicationDelegate() = default;
 
-    /// Asked after the last window has closed: does the application end with it?
+    /// Whether the application ends after its last window has closed.
     virtual bool applicationShouldTerminateAfterLastWindowClosed() = 0;
 
     /// Called once, when window and web view exist and the main loop runs.
@@ -36,8 +36,8 @@ public:
 using ApplicationDelegateMaker = std::function<std::unique_ptr<ApplicationDelegate>(const Platform&)>;
 
 /// Runs the application until it ends and returns the exit status of the program. Builds the window with its
-/// web view, has the delegate made and tells it of the launch. Defined by the linked backend; what a delegate
-/// throws is logged there and the application goes on.
+/// web view, has the delegate made and calls applicationDidFinishLaunching. Defined by the linked backend.
+/// An exception of the delegate is logged, and the application continues.
 int ApplicationMain(int argc, char* argv[], ApplicationDelegateMaker makeDelegate);
 
 }  // namespace vok

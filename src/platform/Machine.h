@@ -29,19 +29,19 @@ struct LocalIdentitiesFailure {
 
 using LocalIdentities = std::variant<std::vector<LocalIdentity>, LocalIdentitiesFailure>;
 
-/// The computer and its operating system. Every call blocks until the answer is there, a few seconds at most
-/// but for `restart`, which may first ask the person.
+/// The computer and its operating system. Every call blocks for a few seconds at most, except
+/// `restart`, which may ask the user first.
 class Machine {
 public:
     virtual ~Machine() = default;
 
-    /// Name and version of the operating system for people, for example "Debian GNU/Linux 12 (bookworm)".
+    /// Name and version of the operating system for display, for example "Debian GNU/Linux 12 (bookworm)".
     virtual std::string operatingSystemVersionString() const = 0;
 
-    /// The person's preferred languages as BCP 47 codes, best first; nothing when there is no such list.
+    /// The user's preferred languages as BCP 47 codes, best first; nothing when there is no such list.
     virtual std::optional<std::vector<std::string>> preferredLanguages() const = 0;
 
-    /// A UUID of this machine that no reinstalled program changes, upper-case text; nothing when unavailable.
+    /// A UUID of this machine that survives reinstallation, in upper case; nothing when unavailable.
     virtual std::optional<std::string> platformUUID() const = 0;
 
     /// The accounts of this machine, in the platform's order.

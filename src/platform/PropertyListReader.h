@@ -14,7 +14,7 @@ public:
 
     /// The top-level dictionary of the file at `path`; nothing when the file is missing, unreadable, no
     /// property list or no dictionary, or holds a string that is not valid Unicode. Values that are not
-    /// strings become their text: 1 and 0 for booleans, decimal digits for numbers.
+    /// strings are converted: 1 and 0 for booleans, decimal digits for numbers.
     virtual std::optional<Dictionary> dictionaryWithContentsOfFile(const std::string& path) const = 0;
 };
 

@@ -5,7 +5,7 @@
 
 namespace vok {
 
-/// A URL taken apart.
+/// A parsed URL.
 struct URL {
     std::string absoluteString;        ///< the normalised text, as the web view would show it
     std::optional<std::string> query;  ///< between "?" and "#", still percent-encoded; nothing without a "?"

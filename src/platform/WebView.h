@@ -15,8 +15,8 @@ public:
     /// The web view that holds the frame.
     virtual WebView& webView() = 0;
 
-    /// Starts loading `url` and returns; only a load that ends well is reported to the frame-load delegate.
-    /// A text that is no URL fails like any other load: the view then says so.
+    /// Starts loading `url` and returns; only a load that succeeds is reported to the frame-load delegate.
+    /// A string that is no URL fails like any other load, with the error page.
     virtual void loadRequest(const std::string& url) = 0;
 };
 

@@ -17,8 +17,8 @@ public:
     /// Miniaturises the window, as its own button does.
     virtual void performMiniaturize() = 0;
 
-    /// Shows a sheet on the window and returns at once; with a sheet still open it waits for its turn.
-    /// `message` is plain text of any length, shown as it stands; `defaultButton` dismisses the sheet.
+    /// Shows a sheet on the window and returns at once; while another sheet is open, it is queued.
+    /// `message` is plain text of any length, shown literally; `defaultButton` dismisses the sheet.
     virtual void beginAlertSheet(AlertStyle style, const std::string& title, const std::string& defaultButton,
                                  const std::string& message) = 0;
 };

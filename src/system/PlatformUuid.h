@@ -6,7 +6,7 @@ namespace vok {
 
 class Machine;
 
-/// The machine's platform UUID as text; "(null)" when it cannot be read.
+/// The machine's platform UUID; "(null)" when it cannot be read.
 std::string GetPlatformUuid(const Machine& machine);
 
 }  // namespace vok

@@ -5,13 +5,13 @@
 
 namespace vok {
 
-/// A translatable string, in English. Published strings, such as the sheet title "Error", are none.
+/// A translatable string, in English. Published strings, such as the sheet title "Error", are not.
 struct Text {
     explicit constexpr Text(const char* text) : english(text) {}
     const char* english;
 };
 
-/// The strings that the program shows of its own accord. `po/` has their translations; xgettext finds them by
+/// The program's own strings. `po/` has their translations; xgettext finds them by
 /// the name of the class.
 namespace texts {
 
@@ -102,19 +102,19 @@ inline constexpr auto direction = Text("default:LTR");
 
 }  // namespace texts
 
-/// Chooses the language of the texts by a BCP 47 code: the translation for just that code, else the one of
-/// the same language ("de" for "de-AT"), else English. Traditional Chinese does not count as Chinese. For the
+/// Sets the language of the strings by a BCP 47 code: the translation for exactly that code, else one of the
+/// same language ("de" for "de-AT"), else English. Traditional Chinese does not count as Chinese. For the
 /// whole program, on the main thread.
 void useLanguage(std::string_view code);
 
-/// Letters, digits, hyphens and underscores alone?
+/// Whether `code` has only letters, digits, hyphens and underscores.
 bool isLanguageCode(std::string_view code);
 
-/// BCP 47 code of the language that the texts are in, such as "pt-BR".
+/// BCP 47 code of the language in use, such as "pt-BR".
 std::string languageInUse();
 bool isRightToLeft();
 
-/// `text` in the language in use. Placeholders are those of StringWithFormat, at most one in each text.
+/// `text` in the language in use. Placeholders are those of StringWithFormat, at most one in each string.
 std::string translated(Text text);
 
 }  // namespace vok

@@ -146,7 +146,7 @@ class Installer:
     # What the user sees
 
     def sheet(self):
-        """The texts of the sheets that are open: of each its title, its message and its buttons."""
+        """The strings of the open sheets: of each its title, its message and its buttons."""
         return [element.name for element in accessibility.elements(self.process.pid) if element.role == "label"]
 
     def press_sheet_button(self):

@@ -75,7 +75,7 @@ struct FakePlatform final : Application,
         return found == propertyLists.end() ? std::nullopt : std::optional(found->second);
     }
 
-    /// Nothing for a text with a blank.
+    /// Nothing for a string with a blank.
     std::optional<URL> URLWithString(const std::string& text) const override {
         if (const auto found = urls.find(text); found != urls.end())
             return found->second;

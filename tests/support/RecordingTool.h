@@ -32,7 +32,7 @@ struct RecordingTool {
         return arguments;
     }
 
-    /// The zero-terminated texts that the tool left under `ending`.
+    /// The zero-terminated strings that the tool left under `ending`.
     Texts read(const char* ending) const {
         Texts texts;
         std::ifstream stream(path + ending);

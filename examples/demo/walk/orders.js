@@ -5,7 +5,7 @@
     const url = (path, params) => path + '?' + Object.entries(params)
         .map(([name, value]) => name + '=' + encodeURIComponent(value)).join('&');
 
-    // The first such element that a person could use: there, enabled, visible and not covered. Undefined when none
+    // The first such element that a user could use: there, enabled, visible and not covered. Undefined when none
     // has come within ten seconds.
     async function usable(selector) {
         for (let i = 0; i < 100; ++i) {

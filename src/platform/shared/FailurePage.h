@@ -10,9 +10,9 @@ namespace vok {
 struct FailureReason {
     /// `text`, with `argument` in its placeholder if it has one. The log has it in English.
     FailureReason(Text text, const std::string& argument = {});
-    /// `text` for the user, the engine's own words for the log.
+    /// `text` for the user, the engine's message for the log.
     static FailureReason withEngineMessage(Text text, const std::string& message);
-    /// The engine's own words for both.
+    /// The engine's message for both.
     explicit FailureReason(const std::string& engineMessage);
 
     std::string shown;   ///< in the language in use
@@ -27,8 +27,8 @@ struct FailedLoad {
 };
 
 /// The HTML page that takes the place of one that could not be loaded, in the language in use: names the host
-/// and the reason, and offers to go on. The whole URL is under "Details", from where it can be copied, and so
-/// is `logCommand`, by which the user can read the log.
+/// and the reason, and offers ways to continue. Under "Details" it has the whole URL, which can be copied,
+/// and `logCommand`, which shows the log.
 std::string failurePage(const FailedLoad& load, const std::string& logCommand);
 
 }  // namespace vok

@@ -4,7 +4,7 @@
 
 namespace vok {
 
-// What a web view leaves to the other programs of the desktop.
+// What a web view leaves to other programs of the desktop.
 
 /// Does the web view load addresses with the scheme of `url`? Others, such as "mailto:", have programs of
 /// their own.

@@ -10,7 +10,7 @@ namespace vok {
 /// The sheets of one window, shown one at a time in the order in which they were added.
 class SheetQueue {
 public:
-    /// `windowIsReady` says whether a sheet can be shown: the window is there and has none.
+    /// `windowIsReady` returns whether a sheet can be shown: the window exists and shows none.
     explicit SheetQueue(std::function<bool()> windowIsReady) : isReady(std::move(windowIsReady)) {}
 
     void add(std::function<void()> show) {
@@ -18,8 +18,8 @@ public:
         showNext();
     }
 
-    /// Shows the next sheet if the window is ready for it; to be called when a sheet has gone. What showing a
-    /// sheet throws is logged, and the next one has its turn.
+    /// Shows the next sheet if the window is ready for it; to be called when a sheet has closed. An
+    /// exception is logged, and the next sheet is shown.
     void showNext() {
         while (!waiting.empty() && isReady()) {
             const auto show = std::move(waiting.front());

@@ -8,7 +8,7 @@
 /**
  * The last report of the install tool as the site keeps it; empty before the first one.
  * @typedef {{event?: string, result?: string, percent?: string, message?: string, version?: string}} ToolReport
- * `silent`: no change for as long as was agreed on; `unreachable`: the site does not answer.
+ * `silent`: no change for `patience` seconds; `unreachable`: the site does not answer.
  * @typedef {'waiting' | 'working' | 'silent' | 'unreachable' | 'finished'} State
  */
 
@@ -80,7 +80,7 @@ const installer = (() => {
     }
 
     /**
-     * Starts the install tool. When it has reported for the first time, the command page goes on to `nextUrl` with
+     * Starts the install tool. When it has reported for the first time, the command page goes to `nextUrl` with
      * the value `job` added, for `follow`.
      * @param {'install' | 'upgrade' | 'repair' | 'uninstall'} command
      * @param {{nextUrl: string, configTemplateUrl?: string, installerUrl?: string, patience?: string}} values

@@ -8,7 +8,7 @@ namespace vok {
 /// and hidden when it is a system account; an empty full name counts as missing, since the account database
 /// cannot tell the two apart. Its UUID is made of `machineUUID` and the user number, so that it is stable and
 /// differs between machines; without `machineUUID` there is none.
-/// No system bus is a missing authority, no AccountsService a query that cannot be put.
+/// Without a system bus the authority is missing, without AccountsService the query.
 LocalIdentities accountsServiceIdentities(const std::optional<std::string>& machineUUID);
 
 }  // namespace vok

@@ -15,13 +15,13 @@ namespace vok {
 
 namespace {
 
-/// Names this product among all that derive an identifier from that of the machine.
+/// Distinguishes this program's identifier from others derived from the machine's.
 constexpr sd_id128_t productId =
     SD_ID128_MAKE(5f, 0c, 1d, 9b, 7e, 3a, 4c, 28, 9b, 64, 2a, d7, c1, 83, 50, ef);
 
 constexpr unsigned connectTimeout = 2;  // seconds
 
-/// Long enough for a person to enter a password.
+/// Long enough for the user to enter a password.
 constexpr int restartTimeout = 120'000;  // milliseconds
 
 /// A locale name such as "en_GB.UTF-8" as a BCP 47 code, "en-GB".

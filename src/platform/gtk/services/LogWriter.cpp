@@ -15,7 +15,7 @@ void writeLogLine(const std::string& line) noexcept try {
     syslog(LOG_USER | LOG_INFO, "%s", text.c_str());
     std::fprintf(stderr, "%s\n", text.c_str());
 } catch (const std::bad_alloc&) {
-    // lost
+    // A line that cannot be written is dropped.
 }
 
 /// syslog() uses the name that the program was started by.

@@ -8,7 +8,7 @@ namespace vok {
 
 namespace {
 
-/// A main loop whose turns are taken here: nothing else of the program happens in them.
+/// A main loop of its own: no other event of the program is handled in it.
 class OwnLoop {
 public:
     OwnLoop() { context->push_thread_default(); }
@@ -23,7 +23,7 @@ private:
 
 }  // namespace
 
-/// GLib's own blocking call has no time limit, and a bus may accept a connection without a word.
+/// GLib's own blocking call has no time limit, and a bus may accept a connection and never answer.
 Glib::RefPtr<Gio::DBus::Connection> messageBus(Gio::DBus::BusType type, unsigned seconds) {
     const OwnLoop loop;
     const auto cancellable = Gio::Cancellable::create();

@@ -16,7 +16,7 @@ namespace vok {
 
 namespace {
 
-/// libplist's texts and iterators come from malloc.
+/// libplist allocates strings and iterators with malloc.
 struct PlistFree {
     void operator()(void* memory) const { std::free(memory); }
 };
@@ -32,7 +32,7 @@ constexpr int greatestDepth = 1000;
 constexpr std::size_t greatestBinarySize = 65536;  // a level takes at least two bytes
 constexpr std::size_t greatestSize = std::size_t{16} * 1024 * 1024;
 
-/// Levels of elements in `xml`, as many as are ever open at once.
+/// The greatest depth of elements in `xml`.
 int depthOf(std::string_view xml) {
     int depth = 0;
     int greatest = 0;
@@ -121,7 +121,7 @@ std::string realText(plist_t node) {
     return text.str();
 }
 
-/// Dates, data and collections: their XML, which is the only text they have here.
+/// Dates, data and collections are represented by their XML.
 std::string xmlText(plist_t node) {
     char* xml = nullptr;
     std::uint32_t length = 0;
@@ -145,7 +145,7 @@ std::string textOf(plist_t node) {
     }
 }
 
-/// libplist takes any bytes for a text, and aborts when it is asked for one with a zero byte in it.
+/// libplist accepts any bytes as a string, and aborts on reading one with a zero byte.
 bool isUtf8WithoutZeroBytes(plist_t root) {
     const auto xml = xmlText(root);
     return g_utf8_validate(xml.data(), static_cast<gssize>(xml.size()), nullptr);

@@ -11,9 +11,9 @@ namespace vok {
 
 namespace {
 
-/// What a program that is started gets of the display, so that its window comes to the front.
+/// The launch context that brings a started program's window to the front.
 Glib::RefPtr<Gio::AppLaunchContext> launchContext() {
-    // gtkmm's own call adds a reference that nobody gives back (seen with gtkmm 4.8).
+    // gtkmm's own call leaks a reference (seen with gtkmm 4.8).
     return Glib::wrap(gdk_display_get_app_launch_context(gdk_display_get_default()));
 }
 

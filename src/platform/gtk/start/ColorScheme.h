@@ -4,8 +4,8 @@
 
 namespace vok {
 
-/// Keeps toolkit and pages in the desktop's light or dark style, as the settings portal tells it. Asks
-/// without waiting; without a portal the toolkit's own theme decides.
+/// Keeps toolkit and pages in the desktop's light or dark style, as the settings portal reports it. Does
+/// not block; without a portal the toolkit's own theme decides.
 class ColorScheme {
 public:
     ColorScheme();

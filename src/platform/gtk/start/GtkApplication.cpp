@@ -17,7 +17,7 @@ namespace vok {
 namespace {
 
 /// The bundle's identifier tells one product's running instance from another's, and names the icon. One that
-/// D-Bus does not take counts as missing.
+/// D-Bus does not accept counts as missing.
 std::string applicationId(const Bundle& bundle) {
     const auto info = bundle.infoDictionary();
     const auto identifier = info.find("CFBundleIdentifier");

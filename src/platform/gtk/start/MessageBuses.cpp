@@ -32,7 +32,7 @@ Glib::RefPtr<Gio::DBus::Connection> systemBus() {
         if (error.code() == Gio::Error::TIMED_OUT)
             setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
     } catch (const Glib::Error&) {
-        // There is none.
+        // There is no such bus.
     }
     return {};
 }

@@ -9,14 +9,14 @@ namespace vok {
 /// draw without one, unless the user chose a renderer with GSK_RENDERER.
 class Renderer {
 public:
-    /// Makes the choice, in the environment. To be called before GTK starts.
+    /// Sets the environment accordingly. To be called before GTK starts.
     Renderer();
 
-    /// Do GTK and the web view draw without the GPU?
+    /// Whether GTK and the web view draw without the GPU.
     bool isPlain() const { return !variables.empty(); }
 
-    /// Takes the choice out of the environment again, which the programs started later inherit. To be called
-    /// when the first window is shown and its web view has begun to load: both have read it by then.
+    /// Restores the environment, which the programs started later inherit. To be called when the first window
+    /// is shown and its web view has begun to load: both have read it by then.
     void restoreEnvironment() const;
 
 private:

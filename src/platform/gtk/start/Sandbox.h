@@ -4,7 +4,7 @@
 
 namespace vok {
 
-/// Does this system forbid the web view's sandbox? WebKitGTK runs its processes in namespaces made by
+/// Whether this system blocks the web view's sandbox. WebKitGTK runs its processes in namespaces made by
 /// bubblewrap, and ends the program where that fails.
 bool sandboxForbidden();
 

@@ -14,7 +14,7 @@ struct SignInFields {
     std::string password;
 };
 
-/// What one sheet says.
+/// The content of one sheet.
 struct Alert {
     AlertStyle style;
     std::string title;

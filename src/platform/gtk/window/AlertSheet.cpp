@@ -65,7 +65,7 @@ Gtk::ScrolledWindow& messageArea(const std::string& message) {
     return area;
 }
 
-/// Sets it for `widget` and everything in it.
+/// Sets the direction of `widget` and its children.
 void setDirection(Gtk::Widget& widget, Gtk::TextDirection direction) {
     std::vector<Gtk::Widget*> pending{&widget};
     while (!pending.empty()) {
@@ -139,8 +139,8 @@ Gtk::Box& AlertSheet::buttons() {
     return row;
 }
 
-/// A screen reader reads a sheet when the focus moves into it. GTK 4.8 tells nobody of the focus that a
-/// window has when it is shown, only of a later change.
+/// A screen reader reads a sheet when the focus moves into it. GTK 4.8 does not report the focus that
+/// a window has when it is shown, only a later change.
 void AlertSheet::announceFocus() {
     auto* const focused = get_focus();
     unset_focus();

@@ -16,7 +16,7 @@ class AlertSheet final : public Gtk::Window {
 public:
     AlertSheet(Gtk::Window& parent, Alert shown);
 
-    /// Tells whoever asked for the sheet how it ended, once it is gone.
+    /// Reports how the sheet ended, after it has closed.
     void reportEnd() const;
 
 private:

@@ -35,7 +35,7 @@ void GtkWindow::setAskBeforeClosing(std::function<void(std::function<void()>)> a
     window.signal_close_request().connect([this] { return onCloseRequest(); }, false);
 }
 
-/// Does the window stay open for now?
+/// Whether the window stays open for now.
 bool GtkWindow::onCloseRequest() {
     if (mayClose || openSheet)
         return false;

@@ -48,7 +48,7 @@ private:
     bool mayClose = false;
     bool isMiniaturized = false;  ///< by performMiniaturize, and not brought back yet
     std::unique_ptr<AlertSheet> openSheet;
-    /// A sheet that is shown before its window would lie behind it.
+    /// A sheet that is shown before its window would be behind it.
     SheetQueue sheets{[this] { return !openSheet && window.get_mapped(); }};
 };
 
