@@ -15,7 +15,7 @@ def measure(program, runs):
     for run in sorted(json.loads(output)["benchmarks"], key=lambda run: run["family_index"]):
         if run["run_type"] != "iteration":
             continue
-        # A child's time counts where there is one; else what other programs take meanwhile does not.
+        # Wall time where the work is done by a child process; else CPU time, which other programs do not distort.
         real = run["run_name"].endswith("/real_time")
         what, who = run["run_name"].removesuffix("/real_time").split("|")
         seconds[what][who].append(run["real_time" if real else "cpu_time"] / 1e9)

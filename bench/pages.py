@@ -1,4 +1,4 @@
-"""The pages that the measured programs show, and the moments at which they ask for them."""
+"""The pages that the measured programs show, and the times of their requests."""
 import pathlib
 import threading
 import time
@@ -33,7 +33,7 @@ class KeptConnection(Request):
 
 
 class Site(PageServer):
-    """The demo's pages, and the moments of the requests for them."""
+    """The demo's pages, and the times of their requests."""
 
     def __init__(self):
         super().__init__()
@@ -60,7 +60,7 @@ class Site(PageServer):
             self.moments = []
 
     def times(self, path, count=1, limit=60):
-        """The moments of the first `count` requests for `path`; waits for them."""
+        """The times of the first `count` requests for `path`; waits for them."""
         def found():
             return [moment for asked, moment in self.moments if asked == path]
         with self.changed:

@@ -48,7 +48,7 @@ class Run:
         self.process = subprocess.Popen([*command, *own], start_new_session=True)
 
     def tree(self):
-        """The program's process and all that descend from it."""
+        """The program's process and all its descendants."""
         parents = {}
         for stat in pathlib.Path("/proc").glob("[0-9]*/stat"):
             with contextlib.suppress(OSError):
@@ -67,7 +67,7 @@ class Run:
 
 
 def proportional_memory(pid):
-    """Bytes of a process; what several processes share counts in parts."""
+    """Bytes of a process; shared pages are divided among their processes."""
     with contextlib.suppress(OSError):
         for line in pathlib.Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines():
             if line.startswith("Pss:"):

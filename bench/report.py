@@ -33,7 +33,7 @@ def cell(what, value, size):
 
 
 def rows(values, sizes):
-    """A line for each program or library that ours is compared with: medians, and ours over the other."""
+    """A line for each compared program or library: the medians and their ratio."""
     for what, by_whom in values.items():
         medians = {name: statistics.median(found) for name, found in by_whom.items()}
         ours = medians.pop(OURS)

@@ -51,7 +51,7 @@ def in_rounds(site, commands, runs, measure):
 
 
 def measure(build, runs):
-    """All that is measured in windows, and a sentence for each program that is not installed."""
+    """All measurements in windows, and a sentence for each program that is not installed."""
     site = pages.Site()
     with tempfile.TemporaryDirectory() as directory:
         shown = programs.bundle_for(pathlib.Path(directory) / "shown", site, "/welcome.html")

@@ -12,7 +12,7 @@ from table import fault
 # The machine
 
 def limit(it, what, value):
-    """Takes from the running program what it needs for the next command; /back gives it back."""
+    """Limits a resource of the running program for the next command; /back restores it."""
     def set_limit(limit, answer):
         subprocess.run(["prlimit", "--pid", str(it.process.pid), f"--{what}={limit}:"], check=True)
         return answer
@@ -21,7 +21,7 @@ def limit(it, what, value):
 
 
 def open_files(it):
-    """The limit that leaves no number for one more."""
+    """The limit that leaves no descriptor free."""
     taken = {int(name) for name in os.listdir(f"/proc/{it.process.pid}/fd")}
     return min(set(range(len(taken) + 1)) - taken)
 
@@ -126,7 +126,7 @@ BUS = """<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><policy
 
 
 def bus(it, variable):
-    """A message bus of its own, which ends when /first has loaded and asks for /lost. That request may fail: the
+    """A separate message bus, which ends when /first has loaded and asks for /lost. That request may fail: the
     network process may end with its bus."""
     (it.directory / "bus.conf").write_text(BUS)
     daemon = subprocess.Popen(["dbus-daemon", f"--config-file={it.directory}/bus.conf", "--nofork", "--print-address"],

@@ -24,7 +24,7 @@ def measure(process):
 
 
 def run(installer, counts):
-    """What is measured at each of the counts, and the program's status."""
+    """The measurements at each of the counts, and the program's exit status."""
     measures = []
     count = 0
 

@@ -1,4 +1,4 @@
-"""The table of faults: what is broken, and what the user then sees."""
+"""The table of faults: what is broken, and what the user sees."""
 
 import pathlib
 import re
@@ -11,7 +11,7 @@ from rig.waiting import wait_for
 
 FAULTS = []
 
-# What a row may need of the machine: the reason why it cannot be tried here, and the command that tells.
+# What a row may need of the machine: why it cannot be tried here, and the command that checks.
 NEEDS = {
     "namespaces": ("an ordinary user can make no user namespace", "unshare -rm true"),
     "tmpfs": ("an ordinary user cannot mount a file system", "unshare -rm mount -t tmpfs none /mnt"),
@@ -67,7 +67,7 @@ def try_one(name, outcomes, seconds, bundle, function):
 
 
 def try_out(names):
-    """Tries the faults whose names match, and returns how many end otherwise than they should."""
+    """Tries the faults whose names match, and returns how many have an unexpected outcome."""
     chosen = [fault for fault in FAULTS if re.search(names, fault[0])]
     if not chosen:
         raise SystemExit(f"No fault's name matches '{names}'.")

@@ -1,4 +1,4 @@
-# Sourced by the scripts, which it takes to the project's directory.
+# Sourced by the scripts; changes to the project's directory.
 # shellcheck shell=bash
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

@@ -64,7 +64,7 @@ def mistakes_about(output, make, template):
 
 
 def logged(details, output):
-    """Leaves what another program printed beside the result, and says where."""
+    """Saves another program's output beside the result, and reports the file."""
     if not details:
         return ""
     log = output.with_name(f"{output.name}.log")

@@ -21,7 +21,7 @@ def find_template():
 
 
 def copy(source, target):
-    """Copies a file; everybody may read it, and run it when its owner may."""
+    """Copies a file; all users may read it, and run it if its owner may."""
     target.parent.mkdir(parents=True, exist_ok=True)
     shutil.copyfile(source, target)
     target.chmod(0o755 if source.stat().st_mode & 0o100 else 0o644)

@@ -12,11 +12,11 @@ NEEDED = ("firstInstallationPageUrl", "analyticParams", "commandUrlPrefix", "ins
 OPTIONAL = ("agentId", "targetDir", "lang", "pageHosts")
 TOOLS = ("installTool", "launchAsAdminTool")
 
-# The installer hands these to a shell as they stand.
+# The installer passes these to a shell unquoted.
 SHELL_CHARACTERS = "\"'$`\\"
 LONGEST = 255  # bytes of a file's name; enough for every value but an address
 
-# Directories that are not one product's own, and those below which nothing else belongs either.
+# Directories that products share, and those in which only the system installs files.
 SHARED_DIRECTORIES = set("""
     / /etc /home /media /mnt /opt /root /srv /tmp /usr /usr/include /usr/lib /usr/lib32 /usr/lib64 /usr/libexec
     /usr/local /usr/local/bin /usr/local/etc /usr/local/lib /usr/local/sbin /usr/local/share /usr/share /usr/src
@@ -74,7 +74,7 @@ def sentences(values, tools, template, depends):
 
 
 def notes_on(values):
-    """What is no mistake, but may not be meant. The values have no mistakes."""
+    """Notes on what may be unintended. The values have no mistakes."""
     yield from addresses.notes_on_hosts(values)
     if "developerMode" in values:
         yield "developerMode is on: whoever uses this installer can inspect and change its pages"

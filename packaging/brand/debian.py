@@ -60,7 +60,7 @@ def make_package(product, template, scratch):
 
 
 def maintainer_scripts(product, scratch):
-    """The scripts that run with the package's installation and removal: where they were written."""
+    """The paths of the written scripts that run when the package is installed and removed."""
     for name in ("postinst", "prerm"):
         write(scratch / name, filled(name, {"package": product.package}))
         (scratch / name).chmod(0o755)
@@ -102,7 +102,7 @@ def is_program(file):
 
 
 def run(command, **options):
-    """What the command prints; a failure when it does not end well."""
+    """The command's output; a failure when it does not exit with 0."""
     result = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, **options)
     if result.returncode:
         output = (result.stderr + result.stdout).decode(errors="replace")
@@ -174,7 +174,7 @@ def filled(template, texts):
 
 
 def paragraph(file):
-    """A text as the copyright file wants it: indented, a full stop for an empty line."""
+    """A string in the form of the copyright file: indented, a full stop for an empty line."""
     return "\n".join(f" {line.rstrip() or '.'}" for line in file.read_text("utf-8").strip().splitlines())
 
 

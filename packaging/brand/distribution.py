@@ -1,10 +1,10 @@
-"""What the distribution on this computer knows of packages: names, owners of files, dependencies."""
+"""This computer's package database: names, owners of files, dependencies."""
 import functools
 import re
 import shutil
 import subprocess
 
-# Of well-known programs whose names stay taken where the package lists of this computer lack them.
+# Names of well-known programs, which are taken even where this computer's package lists lack them.
 WELL_KNOWN = set("""
     ansible apache2 apt audacity bash blender brave-browser chromium code coreutils curl discord docker docker-ce dpkg
     edge emacs evolution firefox gimp git gnome-shell google-chrome inkscape java kodi libreoffice linux mariadb
@@ -16,20 +16,20 @@ WELL_KNOWN = set("""
 
 @functools.cache
 def output_of(*command):
-    """What the command prints; empty when it fails or is not installed."""
+    """The command's output; empty when it fails or is not installed."""
     if not shutil.which(command[0]):
         return ""
     return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, check=False).stdout.decode()
 
 
 def is_taken(package, maintainer):
-    """Whether somebody else has a package of this name."""
+    """Whether another package has this name."""
     maintainers = re.findall("^Maintainer: (.*)$", output_of("apt-cache", "show", package), re.MULTILINE)
     return package in WELL_KNOWN or any(other != maintainer for other in maintainers)
 
 
 def unknown_packages(depends):
-    """Those that the package lists of this computer do not have; none when it has no lists."""
+    """Those missing from this computer's package lists; none when it has no lists."""
     if not output_of("apt-cache", "show", "libc6", "libc-bin"):
         return []
     return [name for name in names_in(depends) if not output_of("apt-cache", "showpkg", name)]

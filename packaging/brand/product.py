@@ -17,7 +17,7 @@ KEYS = ("name", "version", "identifier", "summary", "description", "maintainer",
 
 PACKAGE = r"[a-z0-9][a-z0-9.+-]+( \((<<|<=|=|>=|>>) [\w.+:~-]+\))?"
 
-# What each value has to look like, and how that is said.
+# The form of each value, and its description.
 FORMS = {
     "name": (r"""[^/\\"'$`?.][^/\\"'$`?]*""",
              "is part of a path that a shell and an address are made of: it must not begin with a full stop, "
@@ -98,7 +98,7 @@ def configuration_mistakes(product, template, depends):
 
 
 def read_values(file):
-    """The values of product.conf, and the mistakes in it. A value of None was there, but has been objected to."""
+    """The values of product.conf, and the mistakes in it. None stands for a value with a mistake."""
     try:
         lines = text.read_text(file).split("\n")
     except text.Unreadable as error:

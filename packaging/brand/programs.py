@@ -18,7 +18,7 @@ EXECUTABLE, SHARED = 2, 3
 
 
 def mistakes_in_files(directory, tools, above=()):
-    """What cannot be copied into a bundle, in `directory` and below it; `tools` is what the names are told from."""
+    """What cannot be copied into a bundle, in `directory` and below it; names are relative to `tools`."""
     above += (directory.resolve(),)
     for file in sorted(directory.iterdir()):
         name = f"Tools/{file.relative_to(tools)}"

@@ -70,7 +70,7 @@ def in_style(style):
 
 
 def in_script(script):
-    """The remote addresses in a script; what it loads from beside it cannot be told."""
+    """The remote addresses in a script; local files that it loads cannot be found."""
     return re.findall(r"""["'`]((?:(?:https?|wss?):)?//[^"'`\s]+)""", script)
 
 
@@ -101,7 +101,7 @@ def parsed(file):
 
 
 def mistakes_about(name, page, tools, seen):
-    """Mistakes in what the page, style sheet or script `name` in Tools loads, and in what that loads in turn."""
+    """Mistakes in what the page, style sheet or script `name` in Tools loads, recursively."""
     seen.add(name)
     if page.navigates:
         yield (f"Tools/{name}: it goes to another page by itself, "

@@ -1,4 +1,4 @@
-"""Reads what a maker has written, and finds in it what an editor does not show."""
+"""Reads a maker's files, and finds characters that an editor does not show."""
 import codecs
 import unicodedata
 
@@ -34,6 +34,6 @@ def invisible_character(text):
 
 
 def printable(sentence):
-    """The sentence with escapes for the characters that a terminal would not show, or obey."""
+    """The sentence, with characters escaped that a terminal would not show or would interpret."""
     return "".join(character if character.isprintable() else character.encode("unicode_escape").decode()
                    for character in sentence)

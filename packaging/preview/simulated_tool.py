@@ -1,4 +1,4 @@
-"""An install tool that changes nothing but what it answers: simulated_tool.py STATE KEY=VALUE..."""
+"""An install tool that only changes its answers: simulated_tool.py STATE KEY=VALUE..."""
 import json
 import pathlib
 import sys

@@ -8,7 +8,7 @@ def press_key(key):
 
 
 def press_until(key, condition):
-    """Presses a key until `condition` holds, since a new window may miss it; returns whether it does."""
+    """Presses a key until `condition` holds, as a new window may miss it; returns whether it does."""
     def pressed():
         press_key(key)
         return wait_for(condition, 2)
@@ -36,12 +36,12 @@ def active_window():
 
 
 def windows(name, *options):
-    """The numbers of the windows of that name."""
+    """The identifiers of the windows of that name."""
     return output("xdotool", "search", *options, "--name", f"^{name}$").decode().split()
 
 
 def window_state(name):
-    """Normal or Iconic; empty when there is no such window."""
+    """"Normal" or "Iconic"; empty when there is no such window."""
     for window in windows(name):
         if b"window state: " in (state := output("xprop", "-id", window, "WM_STATE")):
             return state.split(b"window state: ")[1].split()[0].decode()
@@ -54,7 +54,7 @@ def picture(window):
 
 
 def is_blank(name):
-    """Whether the middle of the window has but one colour."""
+    """Whether the middle of the window has only one colour."""
     shown = windows(name, "--onlyvisible")
     content = picture(shown[0]) if shown else b""
     middle = ("-gravity", "center", "-crop", "90%x80%+0+0")

@@ -118,7 +118,7 @@ class Installer:
         shutil.rmtree(self.directory)
 
     def exit_status(self):
-        """The program's status; None while it runs on."""
+        """The program's exit status; None while it runs."""
         return self.process.wait(60)
 
     def is_running(self):
@@ -135,7 +135,7 @@ class Installer:
         return read()
 
     def processes(self, name):
-        """The numbers of the program's processes of that name, that with the least memory first."""
+        """The process numbers of the program's processes of that name, the one with the least memory first."""
         found = output("pgrep", "-d,", "-g", str(self.process.pid), name).strip()
         return [int(number) for number in output("ps", "-o", "pid=", "--sort=rss", "-p", found).split()]
 
@@ -171,7 +171,7 @@ class Installer:
         desktop.wait_for_window(TITLE, state)
 
     def close_window(self):
-        """Closes the window in the way of the window manager; the program has to end well."""
+        """Closes the window as the window manager does; the program must exit with 0."""
         assert desktop.press_until("alt+F4", lambda: not self.is_running()), "the window stays"
         assert self.process.returncode == 0
 

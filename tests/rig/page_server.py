@@ -1,4 +1,4 @@
-"""The page server: answers that are prepared, and a record of the requests that were not."""
+"""The page server: prepared answers, and a record of unexpected requests."""
 
 import collections
 import contextlib
@@ -51,7 +51,7 @@ class PageServer(http.server.ThreadingHTTPServer):
         self.thread = threading.Thread(target=self.serve_forever, daemon=True)
 
     def open(self):
-        """Begins to listen; until then, connections are refused."""
+        """Starts listening; until then, connections are refused."""
         self.server_activate()
         self.thread.start()
 

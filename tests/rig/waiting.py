@@ -7,7 +7,7 @@ LIMIT = 30  # seconds; generous, since the machine may be busy
 
 
 def wait_for(condition, limit=LIMIT):
-    """Asks until `condition` holds or `limit` seconds are over; returns its last value."""
+    """Polls until `condition` holds or `limit` seconds have passed; returns its last value."""
     end = time.monotonic() + limit
     while not (value := condition()) and time.monotonic() < end:
         time.sleep(0.05)

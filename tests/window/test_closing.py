@@ -1,4 +1,4 @@
-"""Closing the window while a page works: what its beforeunload handler can do."""
+"""Closing the window of a page that has a beforeunload handler."""
 
 import pytest
 
@@ -13,7 +13,7 @@ OBJECTS = "onbeforeunload = event => event.preventDefault(); "
 
 @pytest.fixture
 def touch(installer, server):
-    """Shows a page that objects to being left, and clicks on it, at which the page runs `script`."""
+    """Shows a page with a beforeunload handler, and clicks on it, which runs `script`."""
     def show_and_touch(script=""):
         server.expect(installer.first_path(), script_page(
             f"{OBJECTS} onclick = () => {{ fetch('/touched'); {script} }}"))
@@ -45,7 +45,7 @@ def test_a_page_that_cannot_object_any_more_closes(installer, touch, script):
 
 
 def test_nothing_but_closing_asks(installer, server, touch):
-    """Neither a navigation nor finish, nor a script that closes its window after the user has stayed."""
+    """Not a navigation, nor finish, nor a script that closes its window after the user has stayed."""
     finish = installer.command("finish")
     server.expect(finish)
     touch(f"window.close(); setTimeout(() => location = '{finish}', 1000)")

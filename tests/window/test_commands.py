@@ -1,4 +1,4 @@
-"""Commands of the pages, from the command URL to what the user, the tools and the callback page see of them."""
+"""Commands, from the command URL to what the user, the tools and the callback page see."""
 
 import re
 import subprocess

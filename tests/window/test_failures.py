@@ -98,13 +98,13 @@ def test_a_callback_page_that_fails_does_not_run_the_command_again(installer, se
 
 
 def started_web_processes(installer):
-    """Those that have more than 100,000 KiB: one that is killed while it starts takes the program with it."""
+    """Those with more than 100,000 KiB: killing one while it starts ends the program."""
     sizes = {number: int(output("ps", "-o", "rss=", str(number)) or 0) for number in installer.processes(WEB_PROCESS)}
     return sorted((number for number, size in sizes.items() if size > 100_000), key=sizes.get)
 
 
 def kill_web_process(installer, index):
-    """Kills that with the least memory, 0, once there are two, or with the most, -1, and waits until it is gone."""
+    """Kills the process with the least memory (0), once there are two, or with the most (-1), and waits for its end."""
     assert wait_for(lambda: len(started_web_processes(installer)) > 1 + index)
     process = started_web_processes(installer)[index]
     os.kill(process, signal.SIGKILL)

@@ -19,7 +19,7 @@ KIT = SOURCE / "examples/demo/pages/kit"
 
 @pytest.fixture
 def notes(installer, server):
-    """What the pages note; they are served beside the kit, and the tool's reports are kept."""
+    """The notes of the pages, which are served beside the kit; the tool's reports are kept."""
     noted, reports = [], {}
 
     def query(request):
@@ -46,7 +46,7 @@ def notes(installer, server):
 
 
 def kit_page(script):
-    """A page that loads the kit and runs `script`, in which note(...) leaves a note."""
+    """A page that loads the kit and runs `script`, in which note(...) records a note."""
     return ("<!doctype html><meta charset='utf-8'><script src='/kit/installer.js'></script>"
             "<script>const note = value => fetch('/note?' + encodeURIComponent(JSON.stringify(value)));"
             f"</script>{script_page(script)}")

@@ -1,4 +1,4 @@
-"""Loads that wait, that need a password, or that are asked for again."""
+"""Loads that need a password, that are cancelled, or that are repeated."""
 
 import base64
 import time

@@ -1,5 +1,5 @@
-"""What a page leaves to the other programs of the desktop: addresses that it cannot load, files, and pages of hosts
-that `pageHosts` lacks."""
+"""What is left to other programs of the desktop: addresses that the view cannot load, files, and pages of hosts that
+`pageHosts` lacks."""
 
 import pytest
 
@@ -23,7 +23,7 @@ ANY_FILE = pytest.mark.parametrize("answer", FILES.values(), ids=FILES)
 
 @pytest.fixture
 def first_page_does(installer, server):
-    """Starts with a first page that runs `script`, still lives afterwards, and then navigates to /next."""
+    """Starts with a first page that runs `script`, checks that the page stays, and then navigates to /next."""
     def start(script, body=""):
         server.expect(installer.first_path(), body + script_page(
             f"onload = () => {{ {script}; setTimeout(() => fetch('/browsed').then(() => location = '/next'), 1000) }}"))

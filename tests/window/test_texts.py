@@ -1,4 +1,4 @@
-"""What the program says of its own accord, in the language of the pages."""
+"""The program's own strings, in the language of the pages."""
 
 import pytest
 
