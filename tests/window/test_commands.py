@@ -64,6 +64,20 @@ def test_browsers_of_the_desktop_are_named_and_started(installer, server, start)
     installer.close_window()
 
 
+def test_a_browser_that_env_starts_is_asked_for_its_version(installer, server, start):
+    """As a snap is; env has a version of its own."""
+    installer.environment |= NO_BROWSERS
+    installer.tool("fire fox", "echo 'Mozilla Firefox 128.0'")
+    (installer.home / ".local/share/applications/firefox_firefox.desktop").write_text(
+        "[Desktop Entry]\nType=Application\nName=Browser\n"
+        f'Exec=env BAMF_DESKTOP_FILE_HINT=/a.desktop "{installer.tools}/fire fox" %u\n')
+    browsers = installer.command("getbrowsers", "/browsers")
+    server.expect(browsers)
+    server.expect("/browsers?" + report("getbrowsers", "type[0]=firefox&version[0]=128.0&"))
+    start(browsers)
+    installer.wait_for_requests()
+
+
 def test_a_single_option_prints_and_ends(installer):
     """Without a display."""
     environment = {"PATH": installer.environment["PATH"]}

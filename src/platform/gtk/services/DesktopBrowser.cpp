@@ -4,6 +4,7 @@
 #include <glibmm/shell.h>
 #include <glibmm/spawn.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 
@@ -30,11 +31,21 @@ constexpr auto entries = std::to_array<Entry>({
     {"chrome", "org.chromium.Chromium.desktop"},  // flatpak
 });
 
-/// The command that prints the browser's version. A flatpak's program is flatpak itself, which gets the
-/// identifier that names the desktop entry.
+/// The program that the desktop entry starts. That of a snap is started by env, after variables for it.
+std::string programOf(const Gio::DesktopAppInfo& browser) {
+    const auto words = Glib::shell_parse_argv(browser.get_commandline());
+    const auto isProgram = [](const std::string& word) {
+        return word.find('=') == word.npos && std::filesystem::path(word).filename() != "env";
+    };
+    const auto program = std::ranges::find_if(words, isProgram);
+    return program == words.end() ? words.at(0) : *program;
+}
+
+/// The command that prints the browser's version. A flatpak's program is flatpak itself, which gets the identifier
+/// that names the desktop entry.
 std::vector<std::string> versionCommand(const Gio::DesktopAppInfo& browser) {
-    const auto program = Glib::shell_parse_argv(browser.get_commandline()).at(0);
-    std::vector<std::string> command = {"timeout", "2", program};
+    const auto program = programOf(browser);
+    std::vector<std::string> command = {"timeout", "--kill-after=1", "2", program};
     if (std::filesystem::path(program).filename() == "flatpak") {
         command.emplace_back("run");
         command.push_back(std::filesystem::path(browser.get_filename()).stem());
