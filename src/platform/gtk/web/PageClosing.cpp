@@ -19,6 +19,8 @@ PageClosing::PageClosing(WebKitWebView* opened)
 PageClosing::~PageClosing() { noAnswer.disconnect(); }
 
 void PageClosing::ask(std::function<void()> close) {
+    if (noAnswer.connected())
+        return;  // the page has still time to answer
     *pendingClose = std::move(close);
     noAnswer = Glib::signal_timeout().connect_seconds(
         [this] {
