@@ -7,7 +7,7 @@ import pytest
 
 from rig import accessibility, desktop
 from rig.installer import TITLE
-from rig.page_server import hang_up, page, script_page
+from rig.page_server import hang_up, page, redirect, script_page
 from rig.waiting import wait_for
 from test_commands import NOT_INSTALLED
 from test_failures import try_again
@@ -144,6 +144,37 @@ def test_start_again_leads_from_a_failed_page_to_the_first_page(installer, serve
     server.expect(installer.first_path(), page("first", "/last"))
     server.expect("/last")
     start_again(installer)
+
+
+def test_what_the_splash_page_begins_later_ends_after_start_again_too(installer, server):
+    """The page asked for then fails, and redirects."""
+    command = installer.command("uninstall", callback=None, reportUrl="r")
+    installer.splash.write_text(script_page(f"setTimeout(() => location = '{server.url(command)}', 1000)"))
+    server.answers["/command"] = page("command")
+    def late(answer):
+        def wait(request):
+            time.sleep(3)
+            return answer(request)
+        return wait
+    server.expect(installer.first_path(), hang_up)
+    installer.start()
+    for failures, answer in enumerate([hang_up, redirect("/moved")], 1):
+        assert wait_for(lambda: installer.log().count(f"Failed to load '{server.url('/first')}") == failures)
+        server.expect(installer.first_path(), late(answer))
+        start_again(installer)
+    server.expect("/moved")
+    installer.wait_for_requests()
+    assert installer.calls("admin tool") == []
+
+
+def test_a_script_as_a_callback_never_runs(installer, server, start):
+    state = installer.command("getstate", callback=None, callbackUrl=f"javascript:location='{server.url('/script')}'//")
+    server.expect(state)
+    start(state)
+    installer.wait_for_log("(This address is not allowed.).")
+    server.expect(installer.first_path(), page("first", "/last"))
+    server.expect("/last")
+    try_again(installer)  # Return is the only button, "Start again"
 
 
 @pytest.mark.parametrize("key", ["F5", "ctrl+r"])

@@ -41,8 +41,8 @@ std::string programOf(const Gio::DesktopAppInfo& browser) {
     return program == words.end() ? words.at(0) : *program;
 }
 
-/// The command that prints the browser's version. A flatpak's program is flatpak itself, which gets the identifier
-/// that names the desktop entry.
+/// The command that prints the browser's version. A flatpak's program is flatpak itself, which gets the
+/// identifier that names the desktop entry.
 std::vector<std::string> versionCommand(const Gio::DesktopAppInfo& browser) {
     const auto program = programOf(browser);
     std::vector<std::string> command = {"timeout", "--kill-after=1", "2", program};

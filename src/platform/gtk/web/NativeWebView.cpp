@@ -27,6 +27,12 @@ std::string requestURL(WebKitNavigationAction* action) {
     return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
 }
 
+/// `url` as the engine writes it.
+std::string normalised(const std::string& url) {
+    const GObjectPtr<WebKitURIRequest> request(webkit_uri_request_new(url.c_str()));
+    return webkit_uri_request_get_uri(request.get());
+}
+
 struct DecisionListener final : WebPolicyDecisionListener {
     void use() override { isAllowed = true; }
     bool isAllowed = false;
@@ -111,9 +117,9 @@ std::optional<std::string> NativeWebView::url() const {
 }
 
 void NativeWebView::load(const std::string& url) {
-    // A script as an address would never end to load.
+    // A script as an address would never end to load. On the failure page a link to one would run it.
     if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0 || !owner.mayShowPage(url)) {
-        showFailurePage(withoutZeroBytes(url), texts::addressNotAllowed);
+        showFailurePage(withoutZeroBytes(url), texts::addressNotAllowed, false);
         return;
     }
     requestedURL = url;
@@ -180,6 +186,7 @@ void NativeWebView::onCommitted() {
     if (currentLoad == Load::page)
         failedLoad.reset();
     const auto requested = std::exchange(requestedURL, {});
+    showsStartPage = currentLoad == Load::page && url().value_or("").starts_with(owner.startURL());
     if (currentLoad == Load::page && url() == blankPage && !requested.empty() && requested != blankPage) {
         currentLoad = Load::failed;
         showFailurePage(requested, texts::addressNotAllowed);
@@ -237,9 +244,15 @@ bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyD
     }
 }
 
+/// The start page begins nothing more while the page loads that the application has asked for.
 void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
     WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(decision);
     const auto url = requestURL(action);
+    if (showsStartPage && currentLoad == Load::page && !requestedURL.empty() &&
+        !webkit_navigation_action_is_redirect(action) && url != normalised(requestedURL)) {
+        webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
+        return;
+    }
     const auto type = webkit_navigation_action_get_navigation_type(action);
     const bool sendsForm = type == WEBKIT_NAVIGATION_TYPE_FORM_RESUBMITTED;
     const bool reloads =
@@ -252,7 +265,8 @@ void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
     }
     DecisionListener listener;
     owner.decideNavigation(url, listener);
-    const bool isForOthers = listener.isAllowed && requestedURL.empty() && !isLoadedByWebView(url);
+    const bool isForOthers = listener.isAllowed && requestedURL.empty() && !isLoadedByWebView(url) &&
+                             !owner.isCommandURL(url);
     if (listener.isAllowed && !isForOthers)
         webkit_policy_decision_use(WEBKIT_POLICY_DECISION(decision));
     else

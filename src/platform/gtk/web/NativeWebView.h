@@ -119,6 +119,7 @@ private:
     GObjectPtr<WebKitWebView> view;
     Load currentLoad = Load::none;
     std::string requestedURL;              ///< asked for by `load` and not committed yet
+    bool showsStartPage = false;           ///< the page that is there is the start page
     bool failurePageRequested = false;     ///< the next load to start is our own page
     bool reloadRequested = false;          ///< the next decision about a reload is about that of `reload`
     std::optional<FailedLoad> failedLoad;  ///< what the failure page is about, while it is there
