@@ -1,0 +1,123 @@
+// Which navigations a native web view follows, and which answers it shows.
+#include "platform/gtk/web/NativeWebView.h"
+
+#include "platform/gtk/web/PageDialogs.h"
+#include "platform/shared/OtherPrograms.h"
+
+#include <utility>
+
+namespace vok {
+
+namespace {
+
+std::string requestURL(WebKitNavigationAction* action) {
+    return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
+}
+
+/// `url` as the engine writes it.
+std::string normalised(const std::string& url) {
+    const GObjectPtr<WebKitURIRequest> request(webkit_uri_request_new(url.c_str()));
+    return webkit_uri_request_get_uri(request.get());
+}
+
+struct DecisionListener final : WebPolicyDecisionListener {
+    void use() override { isAllowed = true; }
+    bool isAllowed = false;
+};
+
+std::string contentDisposition(WebKitURIResponse* response) {
+    SoupMessageHeaders* const headers = webkit_uri_response_get_http_headers(response);
+    const char* const value =
+        headers ? soup_message_headers_get_one(headers, "Content-Disposition") : nullptr;
+    return value ? value : "";
+}
+
+}  // namespace
+
+bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+    switch (type) {
+    case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION:
+        onNavigation(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+        return true;
+    case WEBKIT_POLICY_DECISION_TYPE_RESPONSE:
+        return onResponse(WEBKIT_RESPONSE_POLICY_DECISION(decision));
+    default:
+        return false;  // "create" follows for a new window, whose own view asks for the decision
+    }
+}
+
+/// The start page begins nothing more while the page loads that the application has asked for.
+void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
+    WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(decision);
+    const auto url = requestURL(action);
+    if (showsStartPage && currentLoad == Load::page && !requestedURL.empty() &&
+        !webkit_navigation_action_is_redirect(action) && url != normalised(requestedURL)) {
+        webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
+        return;
+    }
+    const auto type = webkit_navigation_action_get_navigation_type(action);
+    const bool sendsForm = type == WEBKIT_NAVIGATION_TYPE_FORM_RESUBMITTED;
+    const bool reloads =
+        (type == WEBKIT_NAVIGATION_TYPE_RELOAD || sendsForm) && std::exchange(reloadRequested, false);
+    if (reloads && (sendsForm || owner.isCommandURL(url))) {
+        webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
+        if (!owner.isCommandURL(url))
+            load(url);
+        return;
+    }
+    DecisionListener listener;
+    owner.decideNavigation(url, listener);
+    const bool isForOthers =
+        listener.isAllowed && requestedURL.empty() && !isLoadedByWebView(url) && !owner.isCommandURL(url);
+    if (listener.isAllowed && !isForOthers)
+        webkit_policy_decision_use(WEBKIT_POLICY_DECISION(decision));
+    else
+        webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
+    if (isForOthers)
+        owner.openElsewhere(url);
+}
+
+bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
+    if (!webkit_response_policy_decision_is_main_frame_main_resource(decision))
+        return false;
+    answerWait.end();
+    WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
+    const std::string url = webkit_uri_response_get_uri(response);
+    const auto reason = reasonNotToShow(url, decision);
+    if (!reason)
+        return false;
+    webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
+    if (requestedURL.empty())
+        openInBrowser(url, webkit_response_policy_decision_get_request(decision), *reason);
+    else
+        showFailurePage(url, *reason);
+    return true;
+}
+
+std::optional<FailureReason> NativeWebView::reasonNotToShow(const std::string& url,
+                                                            WebKitResponsePolicyDecision* decision) const {
+    if (!owner.mayShowPage(url))
+        return texts::addressNotAllowed;
+    WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
+    const std::string type = webkit_uri_response_get_mime_type(response);
+    if (!webkit_response_policy_decision_is_mime_type_supported(decision))
+        return FailureReason(texts::typeNotSupported, type);
+    if (isFile(type, contentDisposition(response)))
+        return texts::isDownload;
+    return std::nullopt;
+}
+
+void NativeWebView::openInBrowser(const std::string& url, WebKitURIRequest* request,
+                                  const FailureReason& reason) {
+    const char* const method = webkit_uri_request_get_http_method(request);  // null for "blob:"
+    if (owner.isCommandURL(url))
+        showFailurePage(url, reason);
+    else if (method && canBrowserFetch(url, method))
+        owner.openElsewhere(url);
+    else
+        owner.alertRequested(messageFor(
+            view.get(),
+            translated(owner.mayShowPage(url) ? texts::fileOfThisWindow : texts::addressNotAllowed)));
+}
+
+}  // namespace vok
