@@ -68,13 +68,15 @@ def _(it):
     it.start()
 
 
-@fault("first page answers 500 without a body", "failure page: The server reported an error: 500 Internal Server Error.")
+@fault("first page answers 500 without a body",
+       "failure page: The server reported an error: 500 Internal Server Error.")
 def _(it):
     it.answers["/first"] = lambda request: request.answer("", 500)
     it.start()
 
 
-@fault("first page answers 404 without a body or its length", "failure page: The server reported an error: 404 Not Found.")
+@fault("first page answers 404 without a body or its length",
+       "failure page: The server reported an error: 404 Not Found.")
 def _(it):
     def answer(request):
         request.send_response(404)

@@ -1,8 +1,8 @@
 """What a screen reader is told about a program, by AT-SPI: accessibility.py PROCESS [ROLE]
 
 Prints the elements of all windows of the program as JSON. With a role, it instead presses the elements of that role and
-asks for the sheet that is open until it is gone. The library is used in a process of its own for each look: it does not forget
-windows that are gone, and it crashes when its cache is cleared while they change.
+asks for the sheet, if one is open, until it is gone. The library is used in a process of its own for each look: it does
+not forget windows that are gone, and it crashes when its cache is cleared while they change.
 """
 
 import collections
@@ -52,9 +52,10 @@ def press_and_ask(program, role):
     for node in descendants(program):
         if node.get_role_name() == role:
             Atspi.Action.do_action(node, 0)
-    for _ in range(100_000):
-        if not sheet or program.get_child_at_index(1) != sheet:
-            break
+    if sheet and sheet.get_state_set().contains(Atspi.StateType.MODAL):
+        for _ in range(100_000):
+            if program.get_child_at_index(1) != sheet:
+                break
 
 
 def main(process, role=None):
