@@ -225,7 +225,8 @@ bool WebKitView::allowsNavigation(const std::string& url) {
     return decision.isAllowed && !isForOthers;
 }
 
-void WebKitView::openInBrowser(const std::string& url, const std::string& method, const FailureReason& reason) {
+void WebKitView::openInBrowser(const std::string& url, const std::string& method,
+                               const FailureReason& reason) {
     if (callbacks.policyDelegate->webViewIsCommandURL(url))
         main.showFailurePage(url, reason);
     else if (canBrowserFetch(url, method))

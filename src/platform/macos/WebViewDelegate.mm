@@ -161,7 +161,7 @@ std::string contentDisposition(NSURLResponse* response) {
         // The answer ends the load with an interruption, which would show an error page of its own.
         const bool isApplicationLoad = isMain && self.view->takeApplicationLoad();
         answer.ignore();
-        const auto reason = !mayShow       ? vok::FailureReason(vok::texts::addressNotAllowed)
+        const auto reason = !mayShow      ? vok::FailureReason(vok::texts::addressNotAllowed)
                             : isSupported ? vok::FailureReason(vok::texts::isDownload)
                                           : vok::FailureReason(vok::texts::typeNotSupported, mimeType);
         if (isApplicationLoad)
