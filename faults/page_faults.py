@@ -188,9 +188,6 @@ refused("page asks where the person is", """
     navigator.geolocation.getCurrentPosition(
         got, error => error.code == error.PERMISSION_DENIED ? refused() : got())""")
 refused("page closes the window", "window.close(); setTimeout(refused, 1000)")
-refused("page opens an address of another program",
-        "location = 'mailto:somebody@example.com'; setTimeout(refused, 1000)",
-        "failure page: The URL can’t be shown")
 
 
 @fault("callback page is a local one that fetches another", "page refused")

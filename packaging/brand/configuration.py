@@ -9,7 +9,7 @@ import text
 
 # The keys that the installer knows: src/config/ConfigurationKeys.h.
 NEEDED = ("firstInstallationPageUrl", "analyticParams", "commandUrlPrefix", "installTool", "launchAsAdminTool")
-OPTIONAL = ("agentId", "targetDir", "lang", "pageHosts")
+OPTIONAL = ("agentId", "targetDir", "lang", "pageHosts", "developerMode")
 TOOLS = ("installTool", "launchAsAdminTool")
 
 # The installer passes these to a shell unquoted.

@@ -46,6 +46,9 @@ void AppDelegate::applicationDidFinishLaunching() {
         const auto hosts = FindStringInDict(config(), configuration::pageHosts);
         pageHosts = hosts ? std::optional(PageHostsFromString(*hosts)) : std::nullopt;
 
+        if (FindStringInDict(config(), configuration::developerMode) == "yes")
+            webView->enableDeveloperTools();
+
         webView->setShouldCloseWithWindow(true);
         webView->setShouldUpdateWhileOffscreen(true);
         webView->setFrameLoadDelegate(*this);

@@ -21,5 +21,7 @@ inline constexpr auto targetDir = "targetDir";
 inline constexpr auto lang = "lang";
 /// The only hosts whose pages the window shows, separated by blanks; by default all hosts.
 inline constexpr auto pageHosts = "pageHosts";
+/// "yes" lets developers look into pages; by default nobody can.
+inline constexpr auto developerMode = "developerMode";
 
 }  // namespace vok::configuration

@@ -99,6 +99,10 @@ public:
     /// that of the user. A string that is no such code changes nothing. To be set before the first load.
     virtual void setPreferredLanguage(const std::string& code) = 0;
 
+    /// Lets developers look into pages by the engine's inspector, and keeps no page in a cache. Does nothing
+    /// where the engine has a switch of its own. To be called before the first load.
+    virtual void enableDeveloperTools() {}
+
     /// The delegates are borrowed and outlive the view.
     virtual void setFrameLoadDelegate(WebFrameLoadDelegate& delegate) = 0;
     virtual void setPolicyDelegate(WebPolicyDelegate& delegate) = 0;

@@ -154,3 +154,25 @@ def test_tools_inherit_the_renderer_that_the_user_has_chosen(installer, server, 
     start(state)
     installer.wait_for_requests()
     assert (installer.tools / "install tool.environment").read_text() == "GSK_RENDERER=cairo\n"
+
+
+@pytest.mark.parametrize("mode", [{"developerMode": "yes"}, {}], ids=["on", "off"])
+def test_the_inspector_opens_in_developer_mode_only(installer, server, mode):
+    """It takes the lower half of the window, and so resizes the page."""
+    installer.configuration |= mode
+    server.expect(installer.first_path(), script_page("onload = () => { fetch('/ready'); "
+                                                      "onresize = () => fetch('/resized') }"))
+    server.expect("/ready")
+    resized = []
+    installer.answers["/resized"] = lambda request: resized.append(request.path) or page("")
+    installer.start()
+    installer.wait_for_requests()
+    desktop.wait_for_active_window(TITLE)
+    if mode:
+        assert desktop.press_until("F12", lambda: resized)
+    else:
+        desktop.press_key("F12")
+        server.expect(installer.first_path(), script_page("fetch('/reloaded')"))
+        server.expect("/reloaded")
+        assert desktop.press_until("F5", lambda: not server.missing())
+        assert not resized

@@ -69,7 +69,7 @@ void GtkApplication::showPages() {
     application->add_window(installer->mainWindow());
     addKeyboardShortcuts(
         *application.get(), installer->mainWindow(), [this](double level) { installer->zoomPage(level); },
-        [this] { installer->reloadPage(); });
+        [this] { installer->reloadPage(); }, [this] { installer->inspectPage(); });
     shielded([this] { installer->applicationDelegate().applicationDidFinishLaunching(); });
     installer->present();
     renderer.restoreEnvironment();

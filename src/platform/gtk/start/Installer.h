@@ -21,6 +21,7 @@ public:
 
     void zoomPage(double level) { webView.setZoomLevel(level); }
     void reloadPage() { webView.reload(); }
+    void inspectPage() { webView.inspect(); }
     void present() { window.present(); }
     Gtk::ApplicationWindow& mainWindow() { return window.gtkWindow(); }
     ApplicationDelegate& applicationDelegate() { return *delegate; }

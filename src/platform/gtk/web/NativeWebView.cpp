@@ -132,6 +132,11 @@ void NativeWebView::reload() {
     webkit_web_view_reload(view.get());
 }
 
+void NativeWebView::inspect() {
+    if (webkit_settings_get_enable_developer_extras(webkit_web_view_get_settings(view.get())))
+        webkit_web_inspector_show(webkit_web_view_get_inspector(view.get()));
+}
+
 void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
         currentLoad = std::exchange(failurePageRequested, false) ? Load::failurePage : Load::page;

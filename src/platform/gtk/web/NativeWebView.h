@@ -72,6 +72,9 @@ public:
     /// URL of the page, or of the one that the application loads; nothing before the first load.
     std::optional<std::string> url() const;
 
+    /// Shows the engine's inspector, if developer tools are enabled.
+    void inspect();
+
     bool is(WebKitWebView* other) const { return view.get() == other; }
 
     /// Opens a file, or a page that this view may not show, in the default browser, or tells that it cannot

@@ -17,6 +17,7 @@ constexpr std::array contextMenuActions{
     WEBKIT_CONTEXT_MENU_ACTION_PASTE,
     WEBKIT_CONTEXT_MENU_ACTION_DELETE,
     WEBKIT_CONTEXT_MENU_ACTION_SELECT_ALL,
+    WEBKIT_CONTEXT_MENU_ACTION_INSPECT_ELEMENT,  // with developer tools only
 };
 
 std::string windowTitle(WebKitWebView* view) {

@@ -46,10 +46,15 @@ bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyD
     }
 }
 
-/// The start page begins nothing more while the page loads that the application has asked for.
+/// A page that the failure page is about to replace begins nothing more: its load would be taken for that of
+/// the failure page. Nor does the start page while the page loads that the application has asked for.
 void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
     WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(decision);
     const auto url = requestURL(action);
+    if (failurePageRequested && requestedURL.empty()) {
+        webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
+        return;
+    }
     if (showsStartPage && currentLoad == Load::page && !requestedURL.empty() &&
         !webkit_navigation_action_is_redirect(action) && url != normalised(requestedURL)) {
         webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));

@@ -55,6 +55,11 @@ void WebKitSession::setPreferredLanguage(const std::string& code) {
     webkit_web_context_set_preferred_languages(webkit_web_context_get_default(), languages);
 }
 
+void WebKitSession::enableDeveloperTools() {
+    webkit_settings_set_enable_developer_extras(settings.get(), true);
+    webkit_web_context_set_cache_model(webkit_web_context_get_default(), WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
+}
+
 void WebKitSession::setFullSpeedWhileHidden(bool fullSpeed) {
     const std::unique_ptr<WebKitFeatureList, FeatureListUnref> features(webkit_settings_get_all_features());
     for (gsize i = 0; i < webkit_feature_list_get_length(features.get()); ++i) {

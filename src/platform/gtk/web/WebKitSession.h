@@ -22,6 +22,8 @@ public:
     /// What Accept-Language and `navigator.language` are, as WebView has it.
     void setPreferredLanguage(const std::string& code);
 
+    void enableDeveloperTools();
+
     /// Do pages run at full speed while their window is hidden?
     void setFullSpeedWhileHidden(bool fullSpeed);
 

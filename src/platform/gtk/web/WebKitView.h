@@ -27,6 +27,8 @@ public:
     void setZoomLevel(double level);
     /// Loads the page again, as far as that runs no command.
     void reload() { active->reload(); }
+    /// Shows the inspector, if developer tools are enabled.
+    void inspect() { shown->inspect(); }
 
     Gtk::Widget& widget() { return layers; }
 
@@ -37,6 +39,7 @@ public:
     std::optional<std::string> mainFrameURL() const override;
     void setShouldUpdateWhileOffscreen(bool update) override;
     void setPreferredLanguage(const std::string& code) override { session.setPreferredLanguage(code); }
+    void enableDeveloperTools() override { session.enableDeveloperTools(); }
     void setFrameLoadDelegate(WebFrameLoadDelegate& delegate) override { frameLoadDelegate = &delegate; }
     void setPolicyDelegate(WebPolicyDelegate& delegate) override { policyDelegate = &delegate; }
     void setUIDelegate(WebUIDelegate& delegate) override { uiDelegate = &delegate; }
