@@ -41,7 +41,7 @@ const Command commands[] = {
     {"repair", {"configTemplateUrl", "installerUrl", "reportUrl"}, "script "},
     {"uninstall", {"reportUrl"}, "script "},
     {"reboot", {}, "terminate", "restart"},
-    {"runfirefox", {}, "process "},
+    {"runfirefox", {}, "open Firefox", "process /Applications/Firefox.app/Contents/MacOS/firefox"},
     {"cancel", {"callbackUrl"}, "load "},
     {"finish", {"callbackUrl"}, "load ", "perform after 0.000000"},
     {"hide", {"callbackUrl"}, "load ", "miniaturize"},

@@ -36,6 +36,16 @@ def test_a_page_that_objects_closes_only_when_the_user_says_leave(installer, tou
     assert installer.exit_status() == 0
 
 
+def test_a_page_that_does_not_object_closes_at_the_first_request(installer, server):
+    server.expect(installer.first_path(), script_page("fetch('/ready')"))
+    server.expect("/ready")
+    installer.start()
+    installer.wait_for_requests()
+    desktop.wait_for_active_window(TITLE)
+    desktop.press_key("alt+F4")
+    assert installer.exit_status() == 0
+
+
 @pytest.mark.parametrize("script", ["while (true);", "location = 'http://127.0.0.1:2/'"], ids=["hangs", "error page"])
 def test_a_page_that_cannot_object_any_more_closes(installer, touch, script):
     touch(f"setTimeout(() => {{ {script} }}, 500)")

@@ -51,7 +51,7 @@ void GtkApplication::performAfterDelay(double seconds, std::function<void()> per
 /// The first start builds the window; each later one arrives here from its own process.
 void GtkApplication::onActivate() {
     if (installer)
-        return installer->present();
+        return bringForward();
     if (refusal)
         return refusal->present();
     application->hold();
@@ -61,6 +61,16 @@ void GtkApplication::onActivate() {
         showRefusal();
     else
         showPages();
+}
+
+/// On Wayland the window may be hidden and shown anew. gtkmm removes a window that is hidden from the
+/// application.
+void GtkApplication::bringForward() {
+    windowRemoved.block();
+    installer->present();
+    if (application->get_windows().empty())
+        application->add_window(installer->mainWindow());
+    windowRemoved.unblock();
 }
 
 void GtkApplication::showPages() {

@@ -24,6 +24,7 @@ public:
 
 private:
     void onActivate();
+    void bringForward();
     void showPages();
     void showRefusal();
     void onWindowRemoved();

@@ -39,17 +39,22 @@ void GtkWindow::setAskBeforeClosing(std::function<void(std::function<void()>)> a
 bool GtkWindow::onCloseRequest() {
     if (mayClose || openSheet)
         return false;
+    isAsking = true;
     askBeforeClosing([this] {
         mayClose = true;
-        window.close();
+        if (!isAsking)  // GTK ignores a request to close from within another
+            window.close();
     });
-    return true;
+    isAsking = false;
+    return !mayClose;
 }
 
 /// A Wayland compositor does not let a program restore a window, but shows one that is mapped anew.
 void GtkWindow::present() {
-    if (isMiniaturized && GDK_IS_WAYLAND_DISPLAY(window.get_display()->gobj()))
+    if (isMiniaturized && GDK_IS_WAYLAND_DISPLAY(window.get_display()->gobj())) {
+        window.unminimize();  // else it is minimised again as soon as it is mapped
         window.set_visible(false);
+    }
     window.present();
 }
 

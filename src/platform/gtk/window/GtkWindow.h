@@ -46,6 +46,7 @@ private:
     Gtk::ProgressBar progressBar;
     std::function<void(std::function<void()>)> askBeforeClosing;
     bool mayClose = false;
+    bool isAsking = false;
     bool isMiniaturized = false;  ///< by performMiniaturize, and not brought back yet
     std::unique_ptr<AlertSheet> openSheet;
     /// A sheet that is shown before its window would be behind it.
