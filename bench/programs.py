@@ -17,7 +17,8 @@ def bundle_for(directory, site, page):
     """A copy of the installed bundle in `directory` whose first page is `page` of the site."""
     bundle = copy_bundle(directory / "Vok Installer.app")
     update_plist(bundle / "Contents/MacOS/Tools/installer_config.plist",
-                 {"firstInstallationPageUrl": site.url(page), "commandUrlPrefix": site.url("/command")})
+                 {"firstInstallationPageUrl": site.url(page), "commandUrlPrefix": site.url("/command"),
+                  "pageHosts": site.url().removeprefix("http://")})
     return bundle
 
 
