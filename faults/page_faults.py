@@ -184,7 +184,7 @@ refused("page fetches a local file", "fetch('LOCAL/splash.html').then(got, refus
 refused("page shows a local picture", """
     const picture = new Image; picture.onload = got; picture.onerror = refused; picture.src = 'LOCAL/picture.svg'""")
 refused("page goes to a local file", "location = 'LOCAL/splash.html'", "page first")
-refused("page asks where the person is", """
+refused("page asks for the location", """
     navigator.geolocation.getCurrentPosition(
         got, error => error.code == error.PERMISSION_DENIED ? refused() : got())""")
 refused("page closes the window", "window.close(); setTimeout(refused, 1000)")

@@ -13,7 +13,7 @@ public:
     std::optional<std::string> platformUUID() const override;
     /// The users of the local identity authority.
     LocalIdentities localIdentities() const override;
-    /// By Finder. The person may be asked first whether the installer may tell Finder to.
+    /// By Finder. The user may be asked first whether the installer may tell Finder to.
     std::optional<std::string> restart() override;
 };
 
