@@ -42,7 +42,6 @@ def test_commands_report_on_their_callback_pages(installer, server, start):
     assert installer.calls("install tool") == [
         "[command=print_installed_product_info][agentId=AGENT][targetDir=/opt/target dir]"
         "[print_info_prefix=Install info {{][print_info_suffix=}]"]
-    installer.close_window()
 
 
 def test_browsers_of_the_desktop_are_named_and_started(installer, server, start):
@@ -61,7 +60,6 @@ def test_browsers_of_the_desktop_are_named_and_started(installer, server, start)
     start(browsers)
     installer.wait_for_requests()
     assert installer.calls("fire fox", 2) == ["[--version]", "[]"]
-    installer.close_window()
 
 
 def test_a_browser_that_env_starts_is_asked_for_its_version(installer, server, start):
