@@ -25,9 +25,9 @@ def click_middle(name, button):
         output("xdotool", "mousemove", "--window", window, "450", "450", "click", str(button))
 
 
-def click():
-    """Clicks near the middle of the active window."""
-    output("xdotool", "getactivewindow", "mousemove", "--window", "%1", "450", "340", "click", "1")
+def click(x=450, y=340, button=1):
+    """Clicks on the active window, near its middle unless told."""
+    output("xdotool", "getactivewindow", "mousemove", "--window", "%1", str(x), str(y), "click", str(button))
 
 
 def active_window():

@@ -94,10 +94,6 @@ def test_a_slow_page_shows_its_progress(installer, server):
     assert wait_for(lambda: not shown())
 
 
-def right_click(x, y):
-    output("xdotool", "mousemove", "--window", desktop.windows(TITLE)[0], str(x), str(y), "click", "3")
-
-
 def test_the_context_menu_offers_the_clipboard_and_nothing_that_leaves_the_page(installer, server):
     server.expect(installer.first_path(), """<!doctype html>
         <style>body { margin: 0 } a, input { display: block; height: 200px }</style>
@@ -105,12 +101,13 @@ def test_the_context_menu_offers_the_clipboard_and_nothing_that_leaves_the_page(
     server.expect("/ready")
     installer.start()
     installer.wait_for_requests()
+    installer.wait_for_log(server.url("/first"))
     desktop.wait_for_active_window(TITLE)
     def menu():
         elements = accessibility.elements(installer.process.pid)
         return [element.name for element in elements if element.role == "menu item"]
     for y, items in (100, ["Copy Link Location"]), (300, ["Cut", "Copy", "Paste", "Delete", "Select All"]):
-        right_click(10, y)
+        desktop.click(10, y, button=3)
         assert wait_for(lambda: menu() == items), f"the menu has {menu()}"
         desktop.press_key("Escape")
         assert wait_for(lambda: not menu())
