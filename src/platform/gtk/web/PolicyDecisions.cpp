@@ -20,11 +20,6 @@ std::string normalised(const std::string& url) {
     return webkit_uri_request_get_uri(request.get());
 }
 
-struct DecisionListener final : WebPolicyDecisionListener {
-    void use() override { isAllowed = true; }
-    bool isAllowed = false;
-};
-
 std::string contentDisposition(WebKitURIResponse* response) {
     SoupMessageHeaders* const headers = webkit_uri_response_get_http_headers(response);
     const char* const value =
@@ -70,16 +65,10 @@ void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
             load(url);
         return;
     }
-    DecisionListener listener;
-    owner.decideNavigation(url, listener);
-    const bool isForOthers =
-        listener.isAllowed && requestedURL.empty() && !isLoadedByWebView(url) && !owner.isCommandURL(url);
-    if (listener.isAllowed && !isForOthers)
+    if (owner.allowsNavigation(url, !requestedURL.empty()))
         webkit_policy_decision_use(WEBKIT_POLICY_DECISION(decision));
     else
         webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
-    if (isForOthers)
-        owner.openElsewhere(url);
 }
 
 bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {

@@ -1,5 +1,7 @@
 #include "platform/gtk/web/WebKitView.h"
 
+#include "platform/shared/NavigationDecisions.h"
+
 namespace vok {
 
 namespace {
@@ -11,17 +13,6 @@ void setReachable(Gtk::Widget& widget, bool reachable) {
     widget.set_can_focus(reachable);
     gtk_accessible_update_state(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_STATE_HIDDEN, !reachable, -1);
 }
-
-/// The decision about a window of its own: taken without asking the view to load anything.
-class NewWindowListener final : public WebPolicyDecisionListener {
-public:
-    NewWindowListener(WebView& target, const std::string& requested) : view(target), url(requested) {}
-    void use() override { view.mainFrame().loadRequest(url); }
-
-private:
-    WebView& view;
-    const std::string& url;
-};
 
 }  // namespace
 
@@ -121,14 +112,12 @@ bool WebKitView::mayShowPage(const std::string& url) const { return policyDelega
 
 std::string WebKitView::startURL() const { return policyDelegate->webViewStartURL(); }
 
-void WebKitView::decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) {
-    policyDelegate->webViewDecidePolicyForNavigationAction(*this, requestURL, listener);
+bool WebKitView::allowsNavigation(const std::string& url, bool isApplicationLoad) {
+    return vok::allowsNavigation(*this, *policyDelegate, workspace, url, isApplicationLoad);
 }
 
 void WebKitView::newWindowRequested(const std::string& requestURL) {
-    auto& target = uiDelegate->webViewCreateWebViewWithRequest(*this, requestURL);
-    NewWindowListener listener(target, requestURL);
-    policyDelegate->webViewDecidePolicyForNavigationAction(target, requestURL, listener);
+    requestNewWindow(*this, *uiDelegate, *policyDelegate, requestURL);
 }
 
 void WebKitView::onDownload(WebKitDownload* download) {

@@ -56,7 +56,7 @@ private:
     bool isCommandURL(const std::string& url) const override;
     bool mayShowPage(const std::string& url) const override;
     std::string startURL() const override;
-    void decideNavigation(const std::string& requestURL, WebPolicyDecisionListener& listener) override;
+    bool allowsNavigation(const std::string& url, bool isApplicationLoad) override;
     void newWindowRequested(const std::string& requestURL) override;
     void openElsewhere(const std::string& url) override { workspace.openURL(url); }
     void alertRequested(Alert alert) override;
