@@ -5,54 +5,8 @@
 #include "platform/macos/Bridging.h"
 #include "platform/macos/Walls.h"
 #include "platform/macos/WebViewDelegate.h"
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/NavigationDecisions.h"
 #include "platform/shared/OtherPrograms.h"
-
-#include <functional>
-
-namespace vok {
-
-namespace {
-
-VOKWebViewDelegate* delegateOf(EngineView* view) {
-    return static_cast<VOKWebViewDelegate*>(view.policyDelegate);
-}
-
-/// The policy delegate of the port, null before it is set.
-const WebPolicyDelegate* policyOf(EngineView* view) { return delegateOf(view).policyDelegate; }
-
-bool mayShowPage(EngineView* view, const std::string& url) {
-    const auto* const policy = policyOf(view);
-    return !policy || policy->webViewMayShowPage(url);
-}
-
-std::string startURL(EngineView* view) {
-    const auto* const policy = policyOf(view);
-    return policy ? policy->webViewStartURL() : "";
-}
-
-/// The failure page loads what it stands for; at a command URL it stands for one that has not run, or for an
-/// empty error of one that has, and only a click on "Try again" can tell. A form is not sent again.
-void reloadPage(EngineView* view, const std::function<void()>& reload) {
-    WebDataSource* const source = view.mainFrame.dataSource;
-    NSURL* const address = source.unreachableURL ?: source.request.URL;
-    const auto url = toOptionalText(address.absoluteString).value_or("");
-    const auto* const policy = policyOf(view);
-    if (!policy || policy->webViewIsCommandURL(url) || !policy->webViewMayShowPage(url))
-        return;
-    if (source.unreachableURL)
-        delegateOf(view).view->mainFrame().loadRequest(url);
-    else if (url.starts_with(policy->webViewStartURL()))
-        return;
-    else if ([source.request.HTTPMethod isEqualToString:@"POST"])
-        delegateOf(view).view->mainFrame().loadRequest(url);
-    else
-        reload();
-}
-
-}  // namespace
-
-}  // namespace vok
 
 /// The engine's view without its keys for the history: back at a command URL, the command would run again. A
 /// page's own history.back() and location.reload() do not come this way.
@@ -65,7 +19,10 @@ void reloadPage(EngineView* view, const std::function<void()>& reload) {
 @implementation VOKEngineView
 
 - (void)reload:(id)sender {
-    vok::calledFromCocoa([&] { vok::reloadPage(self, [&] { [super reload:sender]; }); });
+    vok::calledFromCocoa([&] {
+        if (auto* const callbacks = static_cast<VOKWebViewDelegate*>(self.policyDelegate))
+            callbacks.view->reload([&] { [super reload:sender]; });
+    });
 }
 
 - (BOOL)goBack {
@@ -82,21 +39,11 @@ namespace vok {
 
 namespace {
 
-struct NavigationListener final : WebPolicyDecisionListener {
-    void use() override { isAllowed = true; }
-    bool isAllowed = false;
-};
+constexpr auto blankPage = "about:blank";
 
-/// The decision about a window of its own: taken without asking the view to load anything.
-class NewWindowListener final : public WebPolicyDecisionListener {
-public:
-    NewWindowListener(WebView& target, const std::string& requested) : view(target), url(requested) {}
-    void use() override { view.mainFrame().loadRequest(url); }
-
-private:
-    WebView& view;
-    const std::string& url;
-};
+std::string urlOf(WebDataSource* page) {
+    return toOptionalText(page.request.URL.absoluteString).value_or("");
+}
 
 EngineView* makeView() {
     WebPreferences* const preferences = [[WebPreferences alloc] initWithIdentifier:@"Installer"];
@@ -110,42 +57,14 @@ EngineView* makeView() {
 
 }  // namespace
 
-WebView& WebKitFrame::webView() { return view; }
-
-/// A script as an address would never end to load.
-void WebKitFrame::loadRequest(const std::string& url) {
-    callCocoa([&] {
-        NSURL* const target = toNSURL(url);
-        if (!target.scheme) {
-            showFailurePage(url, texts::addressNotSupported);
-        } else if ([target.scheme.lowercaseString isEqualToString:@"javascript"] ||
-                   !mayShowPage([frame webView], url)) {
-            showFailurePage(url, texts::addressNotAllowed);
-        } else {
-            view.beginApplicationLoad();
-            [frame loadRequest:[NSURLRequest requestWithURL:target]];
-        }
-    });
-}
-
-void WebKitFrame::showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
-    Log("Failed to load '%@' (%@).", url, reason.logged);
-    // No navigation decision is asked for an alternate page, so it does not use up that of a new window. A
-    // local page may link to any address; the start page is a local file.
-    NSURL* address = toNSURL(url);
-    if (!address.scheme)
-        address = toNSURL("about:blank");
-    canTryAgain = canTryAgain && mayShowPage([frame webView], url);
-    const auto start = startURL([frame webView]);
-    const auto startAgainURL = url.starts_with(start) ? std::string() : start;
-    NSString* const page = toNSString(failurePage({url, reason, canTryAgain, startAgainURL}, logCommand()));
-    [frame loadAlternateHTMLString:page baseURL:toNSURL(start) forUnreachableURL:address];
-}
-
 WebKitView::WebKitView(Workspace& desktop, std::function<void(const std::string&)> showMessage)
-    : workspace(desktop), onMessage(std::move(showMessage)), view(makeView()), main(*this, [view mainFrame]) {
+    : workspace(desktop), onMessage(std::move(showMessage)), view(makeView()),
+      newWindows([this](const std::string& url) {
+          requestNewWindow(*this, *callbacks.uiDelegate, *callbacks.policyDelegate, url);
+      }) {
     callbacks = [[VOKWebViewDelegate alloc] init];
     callbacks.view = this;
+    callbacks.policyDelegate = &noPolicy;
 }
 
 WebKitView::~WebKitView() {
@@ -211,35 +130,97 @@ void WebKitView::setUIDelegate(WebUIDelegate& delegate) {
     callCocoa([&] { view.UIDelegate = callbacks; });
 }
 
-void WebKitView::loadCommitted() {
-    isApplicationLoad = false;
-    newWindows.closeAll();
+void WebKitView::loadRequest(const std::string& url) {
+    callCocoa([&] { load(url); });
 }
 
-bool WebKitView::allowsNavigation(const std::string& url) {
-    NavigationListener decision;
-    callbacks.policyDelegate->webViewDecidePolicyForNavigationAction(*this, url, decision);
-    const bool isForOthers = decision.isAllowed && !isApplicationLoad && !isLoadedByWebView(url);
-    if (isForOthers)
-        workspace.openURL(url);
-    return decision.isAllowed && !isForOthers;
+/// A script as an address would never end to load. On the failure page a link to one would run it.
+void WebKitView::load(const std::string& url) {
+    NSURL* const target = toNSURL(url);
+    if (!target.scheme) {
+        showFailurePage(url, texts::addressNotSupported);
+    } else if ([target.scheme.lowercaseString isEqualToString:@"javascript"] ||
+               !callbacks.policyDelegate->webViewMayShowPage(url)) {
+        showFailurePage(url, texts::addressNotAllowed, false);
+    } else {
+        requestedURL = url;
+        [view.mainFrame loadRequest:[NSURLRequest requestWithURL:target]];
+    }
+}
+
+void WebKitView::reload(const std::function<void()>& reloadPage) {
+    WebDataSource* const page = view.mainFrame.dataSource;
+    const auto url = urlOf(page);
+    if (isLoadingRequest())
+        return;
+    if (page.unreachableURL) {
+        if (!tryAgainURL.empty())
+            load(tryAgainURL);
+    } else if (!showsStartPage() && !callbacks.policyDelegate->webViewIsCommandURL(url)) {
+        if ([page.request.HTTPMethod isEqualToString:@"POST"])
+            load(url);
+        else
+            reloadPage();
+    }
+}
+
+void WebKitView::showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
+    Log("Failed to load '%@' (%@).", url, reason.logged);
+    const auto& policy = *callbacks.policyDelegate;
+    canTryAgain = canTryAgain && policy.webViewMayShowPage(url);
+    tryAgainURL = canTryAgain ? url : "";
+    const auto start = policy.webViewStartURL();
+    const auto startAgainURL = url.starts_with(start) ? std::string() : start;
+    NSString* const page = toNSString(failurePage({url, reason, canTryAgain, startAgainURL}, logCommand()));
+    // No navigation decision is asked for an alternate page, so it does not use up that of a new window. A
+    // local page may link to any address; the start page is a local file.
+    NSURL* const address = toNSURL(url);
+    [view.mainFrame loadAlternateHTMLString:page
+                                    baseURL:toNSURL(start)
+                          forUnreachableURL:address.scheme ? address : toNSURL(blankPage)];
+}
+
+bool WebKitView::isLoadingRequest() const {
+    return !requestedURL.empty() && view.mainFrame.provisionalDataSource;
+}
+
+/// The failure page is based on the URL of the start page.
+bool WebKitView::showsStartPage() const {
+    WebDataSource* const page = view.mainFrame.dataSource;
+    return !page.unreachableURL && urlOf(page).starts_with(callbacks.policyDelegate->webViewStartURL());
+}
+
+void WebKitView::loadCommitted() {
+    newWindows.closeAll();
+    const auto requested = std::exchange(requestedURL, {});
+    const bool isBlank = urlOf(view.mainFrame.dataSource) == blankPage;
+    refusedURL = isBlank && requested != blankPage ? requested : "";
+}
+
+bool WebKitView::acceptsLoadedPage() {
+    if (refusedURL.empty())
+        return true;
+    showFailurePage(std::exchange(refusedURL, {}), texts::addressNotAllowed);
+    return false;
+}
+
+/// The start page begins nothing while the page loads that the application has asked for.
+bool WebKitView::allowsNavigation(const std::string& url, NSURL* firstURL) {
+    if (isLoadingRequest() && showsStartPage() &&
+        ![firstURL isEqual:view.mainFrame.provisionalDataSource.initialRequest.URL])
+        return false;
+    return vok::allowsNavigation(*this, *callbacks.policyDelegate, workspace, url, !requestedURL.empty());
 }
 
 void WebKitView::openInBrowser(const std::string& url, const std::string& method,
                                const FailureReason& reason) {
     if (callbacks.policyDelegate->webViewIsCommandURL(url))
-        main.showFailurePage(url, reason);
+        showFailurePage(url, reason);
     else if (canBrowserFetch(url, method))
         workspace.openURL(url);
     else
         onMessage(translated(callbacks.policyDelegate->webViewMayShowPage(url) ? texts::fileOfThisWindow
                                                                                : texts::addressNotAllowed));
-}
-
-void WebKitView::newWindowRequested(const std::string& url) {
-    auto& target = callbacks.uiDelegate->webViewCreateWebViewWithRequest(*this, url);
-    NewWindowListener listener(target, url);
-    callbacks.policyDelegate->webViewDecidePolicyForNavigationAction(target, url, listener);
 }
 
 }  // namespace vok

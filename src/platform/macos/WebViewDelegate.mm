@@ -54,10 +54,9 @@ std::string contentDisposition(NSURLResponse* response) {
 
 - (void)webView:(WebView*)sender didStartProvisionalLoadForFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
-        vok::WebKitFrame other(*self.view, frame);
-        if (!vok::isFailurePage(frame.provisionalDataSource))
-            self.frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(
-                *self.view, vok::isMain(frame) ? self.view->mainFrame() : other);
+        if (vok::isMain(frame) && !vok::isFailurePage(frame.provisionalDataSource))
+            self.frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*self.view,
+                                                                           self.view->mainFrame());
     });
 }
 
@@ -78,12 +77,10 @@ std::string contentDisposition(NSURLResponse* response) {
 
 - (void)webView:(WebView*)sender didFinishLoadForFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
-        vok::WebKitFrame other(*self.view, frame);
-        if (vok::isFailurePage(frame.dataSource))
+        if (!vok::isMain(frame) || vok::isFailurePage(frame.dataSource) || !self.view->acceptsLoadedPage())
             return;
-        self.frameLoadDelegate->webViewDidFinishLoadForFrame(
-            *self.view, vok::isMain(frame) ? self.view->mainFrame() : other);
-        if (vok::isMain(frame) && !frame.provisionalDataSource)
+        self.frameLoadDelegate->webViewDidFinishLoadForFrame(*self.view, self.view->mainFrame());
+        if (!frame.provisionalDataSource)
             [self replaceEmptyErrorResponse:frame.dataSource];
     });
 }
@@ -98,9 +95,8 @@ std::string contentDisposition(NSURLResponse* response) {
         return;
     const auto url = vok::urlOf(page.request);
     const auto meaning = vok::toText([NSHTTPURLResponse localizedStringForStatusCode:status]);
-    self.view->mainFrame().showFailurePage(url,
-                                           {vok::texts::serverError, std::to_string(status) + " " + meaning},
-                                           !self.policyDelegate->webViewIsCommandURL(url));
+    self.view->showFailurePage(url, {vok::texts::serverError, std::to_string(status) + " " + meaning},
+                               !self.policyDelegate->webViewIsCommandURL(url));
 }
 
 - (void)webView:(WebView*)sender didFailProvisionalLoadWithError:(NSError*)error forFrame:(WebFrame*)frame {
@@ -120,9 +116,9 @@ std::string contentDisposition(NSURLResponse* response) {
         NSString* const address = [error.userInfo objectForKey:NSURLErrorFailingURLStringErrorKey];
         const auto url = vok::toOptionalText(address).value_or("");
         if (!vok::isInterruption(error))
-            self.view->mainFrame().showFailurePage(url, vok::reasonOf(error));
+            self.view->showFailurePage(url, vok::reasonOf(error));
         else if (vok::isPolicyInterruption(error) && self.view->takeApplicationLoad())
-            self.view->mainFrame().showFailurePage(url, vok::texts::noPage);
+            self.view->showFailurePage(url, vok::texts::noPage);
     });
 }
 
@@ -135,7 +131,8 @@ std::string contentDisposition(NSURLResponse* response) {
                    decisionListener:(id<WebPolicyDecisionListener>)listener {
     vok::calledFromCocoa([&] {
         vok::DecisionAnswer answer(listener);
-        if (self.view->allowsNavigation(vok::urlOf(request)))
+        NSURL* const firstURL = [actionInformation objectForKey:WebActionOriginalURLKey];
+        if (self.view->allowsNavigation(vok::urlOf(request), firstURL))
             answer.use();
     });
 }
@@ -165,7 +162,7 @@ std::string contentDisposition(NSURLResponse* response) {
                             : isSupported ? vok::FailureReason(vok::texts::isDownload)
                                           : vok::FailureReason(vok::texts::typeNotSupported, mimeType);
         if (isApplicationLoad)
-            self.view->mainFrame().showFailurePage(vok::urlOf(request), reason);
+            self.view->showFailurePage(vok::urlOf(request), reason);
         else if (isMain || isFile)
             self.view->openInBrowser(vok::urlOf(request), vok::toText(request.HTTPMethod), reason);
     });

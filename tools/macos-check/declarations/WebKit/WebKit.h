@@ -5,7 +5,8 @@
 @class WebDataSource, WebFrame, WebPreferences, WebView;
 
 extern NSString* WebKitErrorDomain;
-enum { WebKitErrorFrameLoadInterruptedByPolicyChange = 102 };
+extern NSString* WebActionOriginalURLKey;
+enum { WebKitErrorCannotShowURL = 101, WebKitErrorFrameLoadInterruptedByPolicyChange = 102 };
 
 enum {
     WebMenuItemTagCopyLinkToClipboard = 3,
@@ -73,6 +74,7 @@ enum {
 @end
 
 @interface WebDataSource : NSObject
+@property(nonatomic, readonly, strong) NSURLRequest* initialRequest;
 @property(nonatomic, readonly, strong) NSMutableURLRequest* request;
 @property(nonatomic, readonly, strong) NSURLResponse* response;
 @property(nonatomic, readonly, strong) NSURL* unreachableURL;
