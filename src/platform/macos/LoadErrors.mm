@@ -11,11 +11,12 @@ namespace vok {
 
 namespace {
 
-/// The engine's own player takes over a load of sound or video.
-constexpr NSInteger errorPlugInWillHandleLoad = 204;  // of WebKitErrorDomain; the name is in no public header
+// Of WebKitErrorDomain; the names are in no public header.
+constexpr NSInteger errorCannotUseRestrictedPort = 103;
+constexpr NSInteger errorPlugInWillHandleLoad = 204;  // the engine's own player takes over
 
 struct Row {
-    NSInteger code;  ///< of NSURLErrorDomain
+    NSInteger code;  ///< negative: of NSURLErrorDomain, else of WebKitErrorDomain
     Text reason;
 };
 
@@ -32,9 +33,12 @@ constexpr auto rows = std::to_array<Row>({
     {NSURLErrorServerCertificateUntrusted, texts::certificateNotTrusted},
     {NSURLErrorServerCertificateHasUnknownRoot, texts::certificateNotTrusted},
     {NSURLErrorServerCertificateNotYetValid, texts::certificateNotTrusted},
+    {NSURLErrorUserCancelledAuthentication, texts::passwordRequired},
     {NSURLErrorFileDoesNotExist, texts::fileNotFound},
     {NSURLErrorUnsupportedURL, texts::addressNotSupported},
     {NSURLErrorBadURL, texts::addressNotSupported},
+    {WebKitErrorCannotShowURL, texts::addressNotSupported},
+    {errorCannotUseRestrictedPort, texts::addressNotAllowed},
 });
 
 }  // namespace
@@ -53,7 +57,8 @@ bool isPolicyInterruption(NSError* error) {
 FailureReason reasonOf(NSError* error) {
     const auto message = toText(error.localizedDescription);
     for (const auto& [code, text] : rows) {
-        if (error.code == code && [error.domain isEqualToString:NSURLErrorDomain])
+        if (error.code == code &&
+            [error.domain isEqualToString:code < 0 ? NSURLErrorDomain : WebKitErrorDomain])
             return FailureReason::withEngineMessage(text, message);
     }
     return FailureReason(message);
