@@ -8,8 +8,11 @@ namespace vok {
 /// Shows the alert or question of a page's script. Returns whether the user answered OK.
 bool runPanel(::WebView* view, NSString* message, bool isQuestion);
 
-/// What a menu on the page offers of the engine's items: editing, the address of a link, and Reload. Going
-/// back could run a command again.
+/// Lets the user choose files in a sheet, for a page's form.
+void chooseFiles(::WebView* view, id<WebOpenPanelResultListener> listener, bool severalFiles);
+
+/// What a menu on the page offers of the engine's items: editing, the address of a link, Reload, and the
+/// inspector if it is switched on. Going back could run a command again.
 NSArray* contextMenuItems(::WebView* view, NSArray* defaultItems);
 
 }  // namespace vok

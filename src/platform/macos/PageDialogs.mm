@@ -1,11 +1,14 @@
 #include "platform/macos/PageDialogs.h"
 
 #include "platform/macos/Bridging.h"
+#include "platform/macos/Walls.h"
 #include "texts/Texts.h"
 
 namespace vok {
 
 namespace {
+
+constexpr NSInteger tagInspectElement = 2024;  // of WebMenuItemTag; the name is in no public header
 
 bool belongsInContextMenu(NSMenuItem* item) {
     switch (item.tag) {
@@ -13,6 +16,7 @@ bool belongsInContextMenu(NSMenuItem* item) {
     case WebMenuItemTagCut:
     case WebMenuItemTagCopy:
     case WebMenuItemTagPaste:
+    case tagInspectElement:
         return true;
     default:
         return false;
@@ -41,6 +45,21 @@ bool runPanel(::WebView* view, NSString* message, bool isQuestion) {
     NSWindow* const panel = alert.window;
     panel.preventsApplicationTerminationWhenModal = NO;
     return [alert runModal] == NSAlertFirstButtonReturn;
+}
+
+void chooseFiles(::WebView* view, id<WebOpenPanelResultListener> listener, bool severalFiles) {
+    NSOpenPanel* const panel = [NSOpenPanel openPanel];
+    panel.allowsMultipleSelection = severalFiles;
+    static_cast<NSWindow*>(panel).preventsApplicationTerminationWhenModal = NO;
+    [panel beginSheetModalForWindow:view.window
+                  completionHandler:^(NSModalResponse response) {
+                    calledFromCocoa([&] {
+                        if (response == NSModalResponseOK)
+                            [listener chooseFilenames:[panel.URLs valueForKey:@"path"]];
+                        else
+                            [listener cancel];
+                    });
+                  }];
 }
 
 NSArray* contextMenuItems(::WebView* view, NSArray* defaultItems) {

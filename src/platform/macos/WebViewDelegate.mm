@@ -200,6 +200,17 @@ std::string contentDisposition(NSURLResponse* response) {
     return nil;
 }
 
+- (void)webView:(WebView*)sender
+    runOpenPanelForFileButtonWithResultListener:(id<WebOpenPanelResultListener>)listener
+                             allowMultipleFiles:(BOOL)allowMultipleFiles {
+    vok::calledFromCocoa([&] { vok::chooseFiles(sender, listener, allowMultipleFiles); });
+}
+
+- (void)webView:(WebView*)sender printFrameView:(WebFrameView*)frameView {
+    vok::calledFromCocoa(
+        [&] { [[frameView printOperationWithPrintInfo:[NSPrintInfo sharedPrintInfo]] runOperation]; });
+}
+
 - (NSArray*)webView:(WebView*)sender
     contextMenuItemsForElement:(NSDictionary*)element
               defaultMenuItems:(NSArray*)defaultMenuItems {

@@ -2,7 +2,7 @@
 #pragma once
 #import <AppKit/AppKit.h>
 
-@class WebDataSource, WebFrame, WebPreferences, WebView;
+@class WebDataSource, WebFrame, WebFrameView, WebPreferences, WebView;
 
 extern NSString* WebKitErrorDomain;
 extern NSString* WebActionOriginalURLKey;
@@ -52,6 +52,11 @@ enum {
 - (void)webView:(WebView*)sender didFailLoadWithError:(NSError*)error forFrame:(WebFrame*)frame;
 @end
 
+@protocol WebOpenPanelResultListener <NSObject>
+- (void)chooseFilenames:(NSArray*)fileNames;  // macOS 10.6
+- (void)cancel;
+@end
+
 @protocol WebUIDelegate <NSObject>
 @optional
 - (WebView*)webView:(WebView*)sender createWebViewWithRequest:(NSURLRequest*)request;
@@ -68,6 +73,10 @@ enum {
     runJavaScriptTextInputPanelWithPrompt:(NSString*)prompt
                               defaultText:(NSString*)defaultText
                          initiatedByFrame:(WebFrame*)frame;
+- (void)webView:(WebView*)sender
+    runOpenPanelForFileButtonWithResultListener:(id<WebOpenPanelResultListener>)resultListener
+                             allowMultipleFiles:(BOOL)allowMultipleFiles;  // macOS 10.6
+- (void)webView:(WebView*)sender printFrameView:(WebFrameView*)frameView;
 - (NSArray*)webView:(WebView*)sender
     contextMenuItemsForElement:(NSDictionary*)element
               defaultMenuItems:(NSArray*)defaultMenuItems;
@@ -83,6 +92,7 @@ enum {
 
 @interface WebFrameView : NSView
 @property(nonatomic) BOOL allowsScrolling;
+- (NSPrintOperation*)printOperationWithPrintInfo:(NSPrintInfo*)printInfo;
 @end
 
 @interface WebFrame : NSObject
