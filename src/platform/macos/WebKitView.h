@@ -47,6 +47,8 @@ public:
     /// Has the application asked for the page that loads? From now on, no longer.
     bool takeApplicationLoad() { return !std::exchange(requestedURL, {}).empty(); }
     void loadCommitted();
+    /// Shows the error page if a script has stopped the load that was to follow the start page.
+    void leaveStartPage();
     /// Returns whether the page that has loaded is to be reported. An empty page that the engine has loaded
     /// in place of a refused address is not, and the error page takes its place.
     bool acceptsLoadedPage();

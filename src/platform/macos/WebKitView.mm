@@ -69,6 +69,7 @@ WebKitView::WebKitView(Workspace& desktop, std::function<void(const std::string&
 
 WebKitView::~WebKitView() {
     calledFromCocoa([&] {
+        [NSObject cancelPreviousPerformRequestsWithTarget:callbacks];
         setShouldUpdateWhileOffscreen(false);
         view.frameLoadDelegate = nil;
         view.policyDelegate = nil;
@@ -188,6 +189,11 @@ bool WebKitView::isLoadingRequest() const {
 bool WebKitView::showsStartPage() const {
     WebDataSource* const page = view.mainFrame.dataSource;
     return !page.unreachableURL && urlOf(page).starts_with(callbacks.policyDelegate->webViewStartURL());
+}
+
+void WebKitView::leaveStartPage() {
+    if (!requestedURL.empty() && !isLoadingRequest() && showsStartPage())
+        showFailurePage(requestedURL, texts::noPage);
 }
 
 void WebKitView::loadCommitted() {

@@ -46,6 +46,7 @@ std::string contentDisposition(NSURLResponse* response) {
 @interface VOKWebViewDelegate ()
 - (void)replaceEmptyErrorResponse:(WebDataSource*)page;
 - (void)didFail:(NSError*)error inFrame:(WebFrame*)frame;
+- (void)leaveStartPage;
 - (void)webView:(WebView*)sender setFrame:(NSRect)frame;  // of WebUIDelegate
 @end
 
@@ -119,7 +120,16 @@ std::string contentDisposition(NSURLResponse* response) {
             self.view->showFailurePage(url, vok::reasonOf(error));
         else if (vok::isPolicyInterruption(error) && self.view->takeApplicationLoad())
             self.view->showFailurePage(url, vok::texts::noPage);
+        else  // the engine starts no load while it stops one
+            [self performSelector:@selector(leaveStartPage)
+                       withObject:nil
+                       afterDelay:0
+                          inModes:@[ NSRunLoopCommonModes ]];
     });
+}
+
+- (void)leaveStartPage {
+    vok::calledFromCocoa([&] { self.view->leaveStartPage(); });
 }
 
 // WebPolicyDelegate
