@@ -47,8 +47,8 @@ public:
     /// Has the application asked for the page that loads? From now on, no longer.
     bool takeApplicationLoad() { return !std::exchange(requestedURL, {}).empty(); }
     void loadCommitted();
-    /// Shows the error page if a script has stopped the load that was to follow the start page.
-    void leaveStartPage();
+    /// A script may have stopped the load. The start page must not stay: it gives way to the error page.
+    void loadInterrupted();
     /// Returns whether the page that has loaded is to be reported. An empty page that the engine has loaded
     /// in place of a refused address is not, and the error page takes its place.
     bool acceptsLoadedPage();
@@ -75,6 +75,7 @@ private:
     VOKWebViewDelegate* callbacks;  ///< the engine's view does not retain it
     id<NSObject> activity;          ///< while it lasts, the hidden program is not put to sleep
     std::string requestedURL;       ///< asked for by `load` and not committed yet
+    NSURL* decidedURL;              ///< the same, as the engine writes it; nil until it asks for the decision
     std::string refusedURL;         ///< in its place the engine has loaded an empty page
     std::string tryAgainURL;        ///< what the error page offers again; empty if it does not
     NewWindows newWindows;

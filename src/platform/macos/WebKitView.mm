@@ -145,6 +145,7 @@ void WebKitView::load(const std::string& url) {
         showFailurePage(url, texts::addressNotAllowed, false);
     } else {
         requestedURL = url;
+        decidedURL = nil;
         [view.mainFrame loadRequest:[NSURLRequest requestWithURL:target]];
     }
 }
@@ -191,9 +192,12 @@ bool WebKitView::showsStartPage() const {
     return !page.unreachableURL && urlOf(page).starts_with(callbacks.policyDelegate->webViewStartURL());
 }
 
-void WebKitView::leaveStartPage() {
-    if (!requestedURL.empty() && !isLoadingRequest() && showsStartPage())
-        showFailurePage(requestedURL, texts::noPage);
+void WebKitView::loadInterrupted() {
+    if (isLoadingRequest())
+        return;
+    const auto requested = std::exchange(requestedURL, {});
+    if (!requested.empty() && showsStartPage())
+        showFailurePage(requested, texts::noPage);
 }
 
 void WebKitView::loadCommitted() {
@@ -210,10 +214,12 @@ bool WebKitView::acceptsLoadedPage() {
     return false;
 }
 
-/// The start page begins nothing while the page loads that the application has asked for.
+/// The start page begins nothing while the page loads that the application has asked for. The engine asks for
+/// the decision about that page before loadRequest: returns.
 bool WebKitView::allowsNavigation(const std::string& url, NSURL* firstURL) {
-    if (isLoadingRequest() && showsStartPage() &&
-        ![firstURL isEqual:view.mainFrame.provisionalDataSource.initialRequest.URL])
+    if (!decidedURL)
+        decidedURL = firstURL;
+    if (isLoadingRequest() && showsStartPage() && ![firstURL isEqual:decidedURL])
         return false;
     return vok::allowsNavigation(*this, *callbacks.policyDelegate, workspace, url, !requestedURL.empty());
 }

@@ -46,7 +46,7 @@ std::string contentDisposition(NSURLResponse* response) {
 @interface VOKWebViewDelegate ()
 - (void)replaceEmptyErrorResponse:(WebDataSource*)page;
 - (void)didFail:(NSError*)error inFrame:(WebFrame*)frame;
-- (void)leaveStartPage;
+- (void)loadInterrupted;
 - (void)webView:(WebView*)sender setFrame:(NSRect)frame;  // of WebUIDelegate
 @end
 
@@ -121,15 +121,15 @@ std::string contentDisposition(NSURLResponse* response) {
         else if (vok::isPolicyInterruption(error) && self.view->takeApplicationLoad())
             self.view->showFailurePage(url, vok::texts::noPage);
         else  // the engine starts no load while it stops one
-            [self performSelector:@selector(leaveStartPage)
+            [self performSelector:@selector(loadInterrupted)
                        withObject:nil
                        afterDelay:0
                           inModes:@[ NSRunLoopCommonModes ]];
     });
 }
 
-- (void)leaveStartPage {
-    vok::calledFromCocoa([&] { self.view->leaveStartPage(); });
+- (void)loadInterrupted {
+    vok::calledFromCocoa([&] { self.view->loadInterrupted(); });
 }
 
 // WebPolicyDelegate

@@ -83,7 +83,6 @@ enum {
 @end
 
 @interface WebDataSource : NSObject
-@property(nonatomic, readonly, strong) NSURLRequest* initialRequest;
 @property(nonatomic, readonly, strong) NSMutableURLRequest* request;
 @property(nonatomic, readonly, strong) NSURLResponse* response;
 @property(nonatomic, readonly, strong) NSURL* unreachableURL;
