@@ -35,7 +35,7 @@ public:
     virtual bool isCommandURL(const std::string& url) const = 0;
     virtual bool mayShowPage(const std::string& url) const = 0;
     virtual std::string startURL() const = 0;
-    /// Does the view follow the navigation? If not, it may belong to another program, which has then got it.
+    /// Does the view follow the navigation? An address for another program has been opened there if not.
     virtual bool allowsNavigation(const std::string& url, bool isApplicationLoad) = 0;
     /// A window that a page has opened gets its first address; the view itself shows no other window.
     virtual void newWindowRequested(const std::string& requestURL) = 0;
