@@ -11,8 +11,8 @@ namespace vok {
 
 namespace {
 
-/// The engine's own player takes over a load of sound or video.
-constexpr NSInteger errorPlugInWillHandleLoad = 204;  // of WebKitErrorDomain; the name is in no public header
+/// The engine's media player takes over the load.
+constexpr NSInteger errorPlugInWillHandleLoad = 204;  // of WebKitErrorDomain; not in a public header
 
 struct Row {
     NSInteger code;  ///< of NSURLErrorDomain

@@ -1,15 +1,15 @@
 #pragma once
 
-#define DISABLE_LEGACY_WEBKIT_DEPRECATIONS  // the whole of WebView is deprecated, in favour of another class
+#define DISABLE_LEGACY_WEBKIT_DEPRECATIONS  // all of WebView is deprecated
 #import <WebKit/WebKit.h>
 
 namespace vok {
 
-/// Shows the alert or question of a page's script. Returns whether the user answered OK.
+/// Shows a page's alert() or confirm() in a panel. Returns whether the user chose OK.
 bool runPanel(::WebView* view, NSString* message, bool isQuestion);
 
-/// What a menu on the page offers of the engine's items: editing, the address of a link, and Reload. Going
-/// back could run a command again.
+/// The items of the context menu: editing, the address of a link, and Reload. Going back could run a command
+/// again.
 NSArray* contextMenuItems(::WebView* view, NSArray* defaultItems);
 
 }  // namespace vok

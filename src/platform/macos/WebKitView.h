@@ -14,11 +14,11 @@ namespace vok {
 class WebKitView;
 class Workspace;
 
-// The engine's classes bear the names of the port's interfaces.
+// The engine's classes have the same names as the port's interfaces.
 using EngineView = ::WebView;
 using EngineFrame = ::WebFrame;
 
-/// A frame of the view: the main frame's object lives as long as the view, another frame's for one callback.
+/// A frame of the view. The main frame's object lives as long as the view, other ones for one callback.
 class WebKitFrame final : public WebFrame {
 public:
     WebKitFrame(WebKitView& holder, EngineFrame* engineFrame) : view(holder), frame(engineFrame) {}
@@ -26,7 +26,7 @@ public:
     WebView& webView() override;
     void loadRequest(const std::string& url) override;
 
-    /// Shows the error page in place of one that could not be loaded; nothing of its load is reported.
+    /// Shows the error page for a page that could not be loaded. Its load is not reported.
     void showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
 
 private:
@@ -34,7 +34,7 @@ private:
     EngineFrame* frame;
 };
 
-/// The web view by the WebView class. Keeps nothing on disk.
+/// The web view, with WebKit's WebView class. Stores nothing on disk.
 class WebKitView final : public WebView {
 public:
     /// `workspace` is borrowed. `showMessage` shows a string in a sheet on the window.
@@ -53,18 +53,18 @@ public:
     void setPolicyDelegate(WebPolicyDelegate& delegate) override;
     void setUIDelegate(WebUIDelegate& delegate) override;
 
-    // What the engine reports of the main frame.
+    // What the engine reports about the main frame.
 
-    /// The application has asked for the page that loads next.
+    /// The next load is one that the application has requested.
     void beginApplicationLoad() { isApplicationLoad = true; }
-    /// Has the application asked for the page that loads? From now on, no longer.
+    /// Whether the application has requested the current load; clears the mark.
     bool takeApplicationLoad() { return std::exchange(isApplicationLoad, false); }
     void loadCommitted();
 
-    /// Asks the policy delegate. An address that the view cannot load is handed to the desktop, and the page
-    /// stays, unless the application has asked for it.
+    /// Asks the policy delegate. A URL that the view cannot load is opened by the desktop, and the page
+    /// stays, unless the application has requested it.
     bool allowsNavigation(const std::string& url);
-    /// Hands what a page got from `url` to the default browser, and the page stays. `reason` is for a command
+    /// Opens `url` in the default browser, and the page stays. `reason` is for the error page at a command
     /// URL.
     void openInBrowser(const std::string& url, const std::string& method, const FailureReason& reason);
     EngineView* openNewWindow() { return newWindows.open(view); }
@@ -77,7 +77,7 @@ private:
     EngineView* view;
     WebKitFrame main;
     VOKWebViewDelegate* callbacks;   ///< the engine's view does not retain it
-    id<NSObject> activity;           ///< while it lasts, the hidden program is not put to sleep
+    id<NSObject> activity;           ///< keeps the system from suspending the hidden program
     bool isApplicationLoad = false;  ///< until the page commits
     NewWindows newWindows{[this](const std::string& url) { newWindowRequested(url); }};
 };

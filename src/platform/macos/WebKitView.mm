@@ -31,8 +31,8 @@ std::string startURL(EngineView* view) {
     return policy ? policy->webViewStartURL() : "";
 }
 
-/// The failure page loads what it stands for; at a command URL it stands for one that has not run, or for an
-/// empty error of one that has, and only a click on "Try again" can tell. A form is not sent again.
+/// On the error page, loads the failed URL again, except a command URL: after an empty HTTP error the command
+/// has already run, and only the page's "Try again" tells the two cases apart. A form is not sent again.
 void reloadPage(EngineView* view, const std::function<void()>& reload) {
     WebDataSource* const source = view.mainFrame.dataSource;
     NSURL* const address = source.unreachableURL ?: source.request.URL;
@@ -54,8 +54,8 @@ void reloadPage(EngineView* view, const std::function<void()>& reload) {
 
 }  // namespace vok
 
-/// The engine's view without its keys for the history: back at a command URL, the command would run again. A
-/// page's own history.back() and location.reload() do not come this way.
+/// The engine's view without its keys for the history: going back to a command URL would run the command
+/// again. A page's own history.back() and location.reload() do not use these methods.
 @interface VOKEngineView : WebView
 - (BOOL)goBack;
 - (BOOL)goForward;
@@ -87,7 +87,7 @@ struct NavigationListener final : WebPolicyDecisionListener {
     bool isAllowed = false;
 };
 
-/// The decision about a window of its own: taken without asking the view to load anything.
+/// The decision about a new window, asked for before anything is loaded.
 class NewWindowListener final : public WebPolicyDecisionListener {
 public:
     NewWindowListener(WebView& target, const std::string& requested) : view(target), url(requested) {}
@@ -112,7 +112,7 @@ EngineView* makeView() {
 
 WebView& WebKitFrame::webView() { return view; }
 
-/// A script as an address would never end to load.
+/// A load of a javascript: URL would never finish.
 void WebKitFrame::loadRequest(const std::string& url) {
     callCocoa([&] {
         NSURL* const target = toNSURL(url);
@@ -130,8 +130,8 @@ void WebKitFrame::loadRequest(const std::string& url) {
 
 void WebKitFrame::showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
     Log("Failed to load '%@' (%@).", url, reason.logged);
-    // No navigation decision is asked for an alternate page, so it does not use up that of a new window. A
-    // local page may link to any address; the start page is a local file.
+    // An alternate page needs no navigation decision, so it does not use up the one for a new window. A local
+    // page may link to any URL; the start page is a local file.
     NSURL* address = toNSURL(url);
     if (!address.scheme)
         address = toNSURL("about:blank");
@@ -181,8 +181,8 @@ void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
     });
 }
 
-/// The engine and the network read the languages from the defaults, of which those in the argument domain
-/// come first and are not kept on disk.
+/// The engine and the network read the languages from the user defaults. The argument domain takes precedence
+/// and is not stored on disk.
 void WebKitView::setPreferredLanguage(const std::string& code) {
     if (!isLanguageCode(code))
         return;

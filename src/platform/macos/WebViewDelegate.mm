@@ -10,7 +10,7 @@ namespace vok {
 
 namespace {
 
-/// Answers with "ignore" at its end if nobody has answered before: the engine waits for an answer.
+/// Answers with "ignore" when destroyed, if there was no answer before: the engine waits for one.
 class DecisionAnswer {
 public:
     explicit DecisionAnswer(id<WebPolicyDecisionListener> asking) : listener(asking) {}
@@ -25,7 +25,7 @@ private:
     id<WebPolicyDecisionListener> listener;  ///< nil once answered
 };
 
-/// Only a page loaded in place of another one has an unreachable URL.
+/// Only an alternate page has an unreachable URL.
 bool isFailurePage(WebDataSource* source) { return source.unreachableURL != nil; }
 
 bool isMain(EngineFrame* frame) { return frame == [[frame webView] mainFrame]; }
@@ -68,7 +68,7 @@ std::string contentDisposition(NSURLResponse* response) {
     });
 }
 
-/// A new fragment commits nothing.
+/// A new fragment commits no load.
 - (void)webView:(WebView*)sender didChangeLocationWithinPageForFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
         if (vok::isMain(frame) && !frame.provisionalDataSource)
@@ -88,8 +88,8 @@ std::string contentDisposition(NSURLResponse* response) {
     });
 }
 
-/// An HTTP error with a body is a page that loads like any other. A command that has run is not offered
-/// again.
+/// An HTTP error with a body loads like any other page. "Try again" is not offered for a command that has
+/// run.
 - (void)replaceEmptyErrorResponse:(WebDataSource*)page {
     if (page.data.length || ![page.response isKindOfClass:[NSHTTPURLResponse class]])
         return;
@@ -111,8 +111,8 @@ std::string contentDisposition(NSURLResponse* response) {
     [self didFail:error inFrame:frame];
 }
 
-/// An answer without a page, by status 204, leaves the page that is there. That does not do when the
-/// application has asked for another.
+/// A response without a page, such as status 204, leaves the current page. If the application has requested
+/// the load, that is an error.
 - (void)didFail:(NSError*)error inFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
         if (!vok::isMain(frame))
@@ -140,7 +140,7 @@ std::string contentDisposition(NSURLResponse* response) {
     });
 }
 
-/// In a frame of the page, what cannot be shown leaves the frame empty, and a PDF stays in it.
+/// In a subframe, a type that cannot be shown leaves the frame empty, and a PDF is shown.
 - (void)webView:(WebView*)sender
     decidePolicyForMIMEType:(NSString*)type
                     request:(NSURLRequest*)request
@@ -158,7 +158,7 @@ std::string contentDisposition(NSURLResponse* response) {
             answer.use();
             return;
         }
-        // The answer ends the load with an interruption, which would show an error page of its own.
+        // The answer interrupts the load, which would show another error page.
         const bool isApplicationLoad = isMain && self.view->takeApplicationLoad();
         answer.ignore();
         const auto reason = !mayShow      ? vok::FailureReason(vok::texts::addressNotAllowed)
@@ -171,7 +171,7 @@ std::string contentDisposition(NSURLResponse* response) {
     });
 }
 
-/// For example a scheme that the engine does not load, in an address that the application has asked for.
+/// For example a scheme that the engine does not load, in a URL that the application has requested.
 - (void)webView:(WebView*)sender unableToImplementPolicyWithError:(NSError*)error frame:(WebFrame*)frame {
     [self didFail:error inFrame:frame];
 }
@@ -194,8 +194,7 @@ std::string contentDisposition(NSURLResponse* response) {
     return vok::calledFromCocoa([&] { return vok::runPanel(sender, message, true); });
 }
 
-/// Without this answer the engine would show a panel of its own, which could keep the application from
-/// ending.
+/// Without this method the engine would show its own panel, which could keep the application from ending.
 - (NSString*)webView:(WebView*)sender
     runJavaScriptTextInputPanelWithPrompt:(NSString*)prompt
                               defaultText:(NSString*)defaultText
@@ -209,7 +208,7 @@ std::string contentDisposition(NSURLResponse* response) {
     return vok::calledFromCocoa([&] { return vok::contextMenuItems(sender, defaultMenuItems); });
 }
 
-// A page's script neither resizes the window nor closes it.
+// A script can neither resize nor close the window.
 
 - (void)webView:(WebView*)sender setFrame:(NSRect)frame {
 }
