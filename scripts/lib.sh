@@ -21,8 +21,8 @@ build() {
     fi
 }
 
-# install_bundle PRESET [DIRECTORY]: installs the build into DIRECTORY, by default a new one outside the build tree. Sets
-# VOK_BUNDLE, which the tests use, to the path of the bundle.
+# install_bundle PRESET [DIRECTORY]: installs the build into DIRECTORY, by default a new one outside the build tree.
+# Sets VOK_BUNDLE, which the tests use, to the path of the bundle.
 install_bundle() {
     local prefix=${2-}
     if [[ ! $prefix ]]; then

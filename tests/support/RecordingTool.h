@@ -11,7 +11,7 @@ namespace vok::test {
 
 using Texts = std::vector<std::string>;
 
-/// A copy of the recording tool at `path`, whose calls can be inspected.
+/// A copy at `path` of the recording tool, whose calls can be looked at afterwards.
 struct RecordingTool {
     explicit RecordingTool(std::string file) : path(std::move(file)) {
         std::filesystem::create_directories(std::filesystem::path(path).parent_path());
@@ -21,8 +21,8 @@ struct RecordingTool {
     void prints(const std::string& output) const { std::ofstream(path + ".output") << output; }
     bool hasRun() const { return std::filesystem::exists(path + ".arguments"); }
 
-    /// The arguments of the next call, its own path first; waits for the call. Nothing when there is none for
-    /// much longer than a start takes.
+    /// What the tool was started with, its own path first; waits for a call and forgets it. Nothing when none
+    /// comes for much longer than a start takes.
     Texts takeArguments() const {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
         while (!hasRun() && std::chrono::steady_clock::now() < end)
@@ -32,7 +32,7 @@ struct RecordingTool {
         return arguments;
     }
 
-    /// The zero-terminated strings in the file that the tool wrote, with `ending`.
+    /// The zero-terminated strings that the tool left under `ending`.
     Texts read(const char* ending) const {
         Texts texts;
         std::ifstream stream(path + ending);

@@ -7,7 +7,7 @@
 
 namespace vok::test {
 
-/// A new directory with a blank in its path, deleted with its contents on destruction.
+/// A new directory with a blank in its path, gone with everything in it at the end.
 class TemporaryDirectory {
 public:
     TemporaryDirectory() : path_(std::filesystem::temp_directory_path() / "vok test XXXXXX") {

@@ -1,5 +1,5 @@
-// Writes the variables (.environment) and then the arguments (.arguments) that it was started with to files
-// with its own path and these endings, zero-terminated, and prints the contents of its .output file.
+// Beside itself, at its own path with an ending, the tool leaves the variables (.environment) and then the
+// arguments (.arguments) that it was started with, zero-terminated; it prints what its .output file holds.
 
 #include <filesystem>
 #include <fstream>

@@ -45,7 +45,7 @@ const installer = (() => {
     }
 
     /**
-     * The absolute URL of a page, given relative to this one, with these values added to its query, each escaped once.
+     * The absolute URL of a page, given relative to this one, with these values added to its query, escaped once.
      * @param {string} page
      * @param {Record<string, string | undefined>} [values] those that are undefined are left out
      */
