@@ -1,7 +1,7 @@
 #include "platform/macos/CocoaWindow.h"
 
 #include "platform/macos/Bridging.h"
-#include "platform/macos/Walls.h"
+#include "platform/macos/CocoaCalls.h"
 
 /// The window's delegate: shows the next sheet when one has closed.
 @interface VOKSheetObserver : NSObject <NSWindowDelegate>

@@ -2,7 +2,7 @@
 
 #include "foundation/Log.h"
 #include "platform/macos/Bridging.h"
-#include "platform/macos/Walls.h"
+#include "platform/macos/CocoaCalls.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "platform/macos/NewWindows.h"
 
 #include "platform/macos/Bridging.h"
-#include "platform/macos/Walls.h"
+#include "platform/macos/CocoaCalls.h"
 
 #include <utility>
 

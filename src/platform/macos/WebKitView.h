@@ -2,7 +2,7 @@
 
 #include "platform/WebView.h"
 #include "platform/macos/NewWindows.h"
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 
 #include <functional>
 #include <utility>
@@ -27,7 +27,7 @@ public:
     void loadRequest(const std::string& url) override;
 
     /// Shows the error page for a page that could not be loaded. Its load is not reported.
-    void showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
+    void showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
 
 private:
     WebKitView& view;

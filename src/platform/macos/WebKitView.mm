@@ -3,9 +3,9 @@
 #include "foundation/Log.h"
 #include "platform/Workspace.h"
 #include "platform/macos/Bridging.h"
-#include "platform/macos/Walls.h"
+#include "platform/macos/CocoaCalls.h"
 #include "platform/macos/WebViewDelegate.h"
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 #include "platform/shared/OtherPrograms.h"
 
 #include <functional>
@@ -117,10 +117,10 @@ void WebKitFrame::loadRequest(const std::string& url) {
     callCocoa([&] {
         NSURL* const target = toNSURL(url);
         if (!target.scheme) {
-            showFailurePage(url, texts::addressNotSupported);
+            showErrorPage(url, texts::addressNotSupported);
         } else if ([target.scheme.lowercaseString isEqualToString:@"javascript"] ||
                    !mayShowPage([frame webView], url)) {
-            showFailurePage(url, texts::addressNotAllowed);
+            showErrorPage(url, texts::addressNotAllowed);
         } else {
             view.beginApplicationLoad();
             [frame loadRequest:[NSURLRequest requestWithURL:target]];
@@ -128,7 +128,7 @@ void WebKitFrame::loadRequest(const std::string& url) {
     });
 }
 
-void WebKitFrame::showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
+void WebKitFrame::showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
     Log("Failed to load '%@' (%@).", url, reason.logged);
     // An alternate page needs no navigation decision, so it does not use up the one for a new window. A local
     // page may link to any URL; the start page is a local file.
@@ -138,7 +138,7 @@ void WebKitFrame::showFailurePage(const std::string& url, const FailureReason& r
     canTryAgain = canTryAgain && mayShowPage([frame webView], url);
     const auto start = startURL([frame webView]);
     const auto startAgainURL = url.starts_with(start) ? std::string() : start;
-    NSString* const page = toNSString(failurePage({url, reason, canTryAgain, startAgainURL}, logCommand()));
+    NSString* const page = toNSString(errorPage({url, reason, canTryAgain, startAgainURL}, logCommand()));
     [frame loadAlternateHTMLString:page baseURL:toNSURL(start) forUnreachableURL:address];
 }
 
@@ -228,7 +228,7 @@ bool WebKitView::allowsNavigation(const std::string& url) {
 void WebKitView::openInBrowser(const std::string& url, const std::string& method,
                                const FailureReason& reason) {
     if (callbacks.policyDelegate->webViewIsCommandURL(url))
-        main.showFailurePage(url, reason);
+        main.showErrorPage(url, reason);
     else if (canBrowserFetch(url, method))
         workspace.openURL(url);
     else

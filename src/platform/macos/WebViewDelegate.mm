@@ -1,9 +1,9 @@
 #include "platform/macos/WebViewDelegate.h"
 
 #include "platform/macos/Bridging.h"
+#include "platform/macos/CocoaCalls.h"
 #include "platform/macos/LoadErrors.h"
 #include "platform/macos/PageDialogs.h"
-#include "platform/macos/Walls.h"
 #include "platform/shared/OtherPrograms.h"
 
 namespace vok {
@@ -26,7 +26,7 @@ private:
 };
 
 /// Only an alternate page has an unreachable URL.
-bool isFailurePage(WebDataSource* source) { return source.unreachableURL != nil; }
+bool isErrorPage(WebDataSource* source) { return source.unreachableURL != nil; }
 
 bool isMain(EngineFrame* frame) { return frame == [[frame webView] mainFrame]; }
 
@@ -55,7 +55,7 @@ std::string contentDisposition(NSURLResponse* response) {
 - (void)webView:(WebView*)sender didStartProvisionalLoadForFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
         vok::WebKitFrame other(*self.view, frame);
-        if (!vok::isFailurePage(frame.provisionalDataSource))
+        if (!vok::isErrorPage(frame.provisionalDataSource))
             self.frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(
                 *self.view, vok::isMain(frame) ? self.view->mainFrame() : other);
     });
@@ -79,7 +79,7 @@ std::string contentDisposition(NSURLResponse* response) {
 - (void)webView:(WebView*)sender didFinishLoadForFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
         vok::WebKitFrame other(*self.view, frame);
-        if (vok::isFailurePage(frame.dataSource))
+        if (vok::isErrorPage(frame.dataSource))
             return;
         self.frameLoadDelegate->webViewDidFinishLoadForFrame(
             *self.view, vok::isMain(frame) ? self.view->mainFrame() : other);
@@ -98,9 +98,9 @@ std::string contentDisposition(NSURLResponse* response) {
         return;
     const auto url = vok::urlOf(page.request);
     const auto meaning = vok::toText([NSHTTPURLResponse localizedStringForStatusCode:status]);
-    self.view->mainFrame().showFailurePage(url,
-                                           {vok::texts::serverError, std::to_string(status) + " " + meaning},
-                                           !self.policyDelegate->webViewIsCommandURL(url));
+    self.view->mainFrame().showErrorPage(url,
+                                         {vok::texts::serverError, std::to_string(status) + " " + meaning},
+                                         !self.policyDelegate->webViewIsCommandURL(url));
 }
 
 - (void)webView:(WebView*)sender didFailProvisionalLoadWithError:(NSError*)error forFrame:(WebFrame*)frame {
@@ -120,9 +120,9 @@ std::string contentDisposition(NSURLResponse* response) {
         NSString* const address = [error.userInfo objectForKey:NSURLErrorFailingURLStringErrorKey];
         const auto url = vok::toOptionalText(address).value_or("");
         if (!vok::isInterruption(error))
-            self.view->mainFrame().showFailurePage(url, vok::reasonOf(error));
+            self.view->mainFrame().showErrorPage(url, vok::reasonOf(error));
         else if (vok::isPolicyInterruption(error) && self.view->takeApplicationLoad())
-            self.view->mainFrame().showFailurePage(url, vok::texts::noPage);
+            self.view->mainFrame().showErrorPage(url, vok::texts::noPage);
     });
 }
 
@@ -165,7 +165,7 @@ std::string contentDisposition(NSURLResponse* response) {
                             : isSupported ? vok::FailureReason(vok::texts::isDownload)
                                           : vok::FailureReason(vok::texts::typeNotSupported, mimeType);
         if (isApplicationLoad)
-            self.view->mainFrame().showFailurePage(vok::urlOf(request), reason);
+            self.view->mainFrame().showErrorPage(vok::urlOf(request), reason);
         else if (isMain || isFile)
             self.view->openInBrowser(vok::urlOf(request), vok::toText(request.HTTPMethod), reason);
     });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 
 #include <webkit/webkit.h>
 

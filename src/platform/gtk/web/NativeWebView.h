@@ -8,7 +8,7 @@
 #include "platform/gtk/web/RefusedLinks.h"
 #include "platform/gtk/web/WebKitSession.h"
 #include "platform/gtk/window/Alert.h"
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 
 #include <gtkmm/widget.h>
 
@@ -65,7 +65,7 @@ public:
     void stop();
     bool isLoading() const { return currentLoad == Load::page; }
 
-    /// Loads the page again, or what the failure page could not load. Does nothing at a command URL and at
+    /// Loads the page again, or what the error page could not load. Does nothing at a command URL and at
     /// the start page, nor while the application loads another page. A form is not sent again.
     void reload();
 
@@ -78,7 +78,7 @@ public:
     bool is(WebKitWebView* other) const { return view.get() == other; }
 
     /// Opens a file, or a page that this view may not show, in the default browser, or tells that it cannot
-    /// be opened; `reason` is that of the failure page for a command URL.
+    /// be opened; `reason` is that of the error page for a command URL.
     void openInBrowser(const std::string& url, WebKitURIRequest* request, const FailureReason& reason);
 
     /// Calls `close`, now or later, unless the page that is there objects to the closing of its window and
@@ -87,7 +87,7 @@ public:
 
     /// Shows in place of the page at `url` that it could not be loaded, and why. A page that this view may
     /// not show is never offered again.
-    void showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
+    void showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
     /// The same, a little later, if the page that has loaded is an HTTP error with an empty body. A command
     /// that it has run is not offered again.
     void replaceEmptyErrorResponse();
@@ -95,10 +95,10 @@ public:
 private:
     /// What the latest load of the main frame is.
     enum class Load {
-        none,         ///< finished, or not begun
-        page,         ///< under way, and worth reporting
-        failed,       ///< failed or interrupted; WebKitGTK still says that it finished
-        failurePage,  ///< our own page in place of a failed one; nothing of it is reported
+        none,       ///< finished, or not begun
+        page,       ///< under way, and worth reporting
+        failed,     ///< failed or interrupted; WebKitGTK still says that it finished
+        errorPage,  ///< our own page in place of a failed one; nothing of it is reported
     };
 
     void bindSignals();
@@ -123,9 +123,9 @@ private:
     Load currentLoad = Load::none;
     std::string requestedURL;              ///< asked for by `load` and not committed yet
     bool showsStartPage = false;           ///< the page that is there is the start page
-    bool failurePageRequested = false;     ///< the next load to start is our own page
+    bool errorPageRequested = false;       ///< the next load to start is our own page
     bool reloadRequested = false;          ///< the next decision about a reload is about that of `reload`
-    std::optional<FailedLoad> failedLoad;  ///< what the failure page is about, while it is there
+    std::optional<FailedLoad> failedLoad;  ///< what the error page is about, while it is there
     AnswerWait answerWait;
     GObjectPtr<GSimpleAction> reloadAction{g_simple_action_new("reload", nullptr)};
     RefusedLinks refusedLinks;
