@@ -77,7 +77,8 @@ void NativeWebView::bindSignals() {
         }));
 }
 
-/// A script, even an empty one, needs the process; WebKitGTK has no other way to ask for it without a load.
+/// Running a script, even an empty one, starts the process; WebKitGTK has no other way to do so without a
+/// load.
 void NativeWebView::warmUp() {
     webkit_web_view_evaluate_javascript(view.get(), "", 0, nullptr, nullptr, nullptr, nullptr, nullptr);
 }
@@ -94,7 +95,7 @@ std::optional<std::string> NativeWebView::url() const {
 }
 
 void NativeWebView::load(const std::string& url) {
-    // A script as an address would never end to load. On the error page a link to one would run it.
+    // A load of a javascript: URL would never finish. On the error page a link to one would run it.
     if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0 || !owner.mayShowPage(url)) {
         showErrorPage(withoutZeroBytes(url), texts::addressNotAllowed, false);
         return;
@@ -153,7 +154,7 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
     }
 }
 
-/// An HTTP error with a body is a page that loads like any other.
+/// An HTTP error with a body loads like any other page.
 void NativeWebView::replaceEmptyErrorResponse() {
     if (requestedURL.empty())
         findEmptyErrorResponse(view.get(), [this](const char* url, const FailureReason& reason) {
@@ -161,7 +162,7 @@ void NativeWebView::replaceEmptyErrorResponse() {
         });
 }
 
-/// An address that WebKitGTK refuses to ask for, such as one with a blocked port, turns into an empty page.
+/// A URL that WebKitGTK refuses to request, such as one with a restricted port, becomes an empty page.
 void NativeWebView::onCommitted() {
     answerWait.end();
     newWindows.closeAll();
@@ -177,7 +178,7 @@ void NativeWebView::onCommitted() {
     }
 }
 
-/// Until a load that a page has begun commits, webkit_web_view_get_uri() gives the address of that page.
+/// Until a load started by a page commits, webkit_web_view_get_uri() returns the URL of that page.
 std::string NativeWebView::loadingURL() const {
     WebKitWebResource* const page = webkit_web_view_get_main_resource(view.get());
     return page ? webkit_web_resource_get_uri(page) : requestedURL;
@@ -191,8 +192,8 @@ bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
     return true;
 }
 
-/// An answer without a page, by status 204, leaves the page that is there. That does not do when the
-/// application has asked for another.
+/// A response without a page, such as status 204, leaves the current page. If the application has requested
+/// the load, that is an error.
 void NativeWebView::onLoadFailed(const char* url, const GError& error) {
     answerWait.end();
     if (std::exchange(currentLoad, Load::failed) == Load::failed || errorPageRequested)
@@ -209,7 +210,7 @@ void NativeWebView::showErrorPage(const std::string& url, const FailureReason& r
     failedLoad = FailedLoad{url, reason, canTryAgain && owner.mayShowPage(url),
                             url.starts_with(start) ? std::string() : start};
     errorPageRequested = true;
-    // A local page may link to any address; the start page is a local file.
+    // A local page may link to any URL; the start page is a local file.
     webkit_web_view_load_alternate_html(view.get(), errorPage(*failedLoad, logCommand()).c_str(), url.c_str(),
                                         start.c_str());
 }
@@ -221,7 +222,7 @@ void NativeWebView::askBeforeClosing(std::function<void()> close) {
         close();
 }
 
-/// A page is left without a question, unless its window closes.
+/// Navigation asks no question; only closing the window does.
 void NativeWebView::onScriptDialog(WebKitScriptDialog* dialog) {
     const bool isObjection =
         webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM;

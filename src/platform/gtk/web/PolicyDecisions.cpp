@@ -14,7 +14,7 @@ std::string requestURL(WebKitNavigationAction* action) {
     return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
 }
 
-/// `url` as the engine writes it.
+/// `url` as the engine normalises it.
 std::string normalised(const std::string& url) {
     const GObjectPtr<WebKitURIRequest> request(webkit_uri_request_new(url.c_str()));
     return webkit_uri_request_get_uri(request.get());
@@ -46,8 +46,8 @@ bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyD
     }
 }
 
-/// A page that the error page is about to replace begins nothing more: its load would be taken for that of
-/// the error page. Nor does the start page while the page loads that the application has asked for.
+/// Cancels navigation by a page that the error page is about to replace, as its load would be taken for that
+/// of the error page; and by the start page while a page loads that the application has requested.
 void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
     WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(decision);
     const auto url = requestURL(action);
