@@ -167,7 +167,7 @@ CONTENTS = [
     ("Tools/install tool", b"#!/bin/sh " + b"x" * 300, TOOL + "has a first line of more than 255 bytes"),
     ("Tools/install tool", b"#!/usr/bin/env python3\n", "does not name its package 'python3' in depends"),
     ("Tools/install tool", program(machine=(18, b"\x28\0")), TOOL + "is a program for another architecture"),
-    ("Tools/install tool", program(kind=(16, b"\1\0")), TOOL + "is no program but an object file"),
+    ("Tools/install tool", program(kind=(16, b"\1\0")), TOOL + "is an object file"),
     ("Tools/install tool", program()[:20], TOOL + "is truncated"),
     ("Tools/install tool", b"MZ\x90\0", TOOL + "is a program for Windows"),
     ("Tools/a\u202eb", b"", "has a character in its name that cannot be shown"),
