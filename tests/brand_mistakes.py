@@ -151,7 +151,7 @@ CONTENTS = [
     ("Tools/installer_config.plist", None, "Tools/installer_config.plist is missing"),
     ("Tools/installer_config.plist", b"", "Tools/installer_config.plist is not an XML or binary property list"),
     ("Tools/installer_config.plist", b"<plist>\n<dict>\n</plist>", "property list: see line 3"),
-    ("Tools/installer_config.plist", b"<plist><dict><key>a</key><date>x</date></dict></plist>", "is not an XML or binary"),
+    ("Tools/installer_config.plist", b"<plist><dict><key>a</key><date>x</date></dict></plist>", "is not an XML"),
     ("Tools/installer_config.plist", b"<plist>" + b"<array>" * 5000, "is not an XML or binary"),
     ("Tools/installer_config.plist", b"bplist00" + bytes(40), "is not an XML or binary property list"),
     ("Tools/installer_config.plist", plistlib.dumps(["a"]), "must be a dictionary"),
