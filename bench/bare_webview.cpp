@@ -1,5 +1,5 @@
-// The least program that does what the installer's window does: shows a local splash page, then the first
-// page; and when a command page has loaded, the callback page. Everything is left as WebKitGTK has it.
+// The smallest program that does the same as the installer's window: shows a local splash page, then the
+// first page; and when a command page has loaded, the callback page. All settings are WebKitGTK's defaults.
 // Usage: bare_webview SPLASH_URL PAGE_URL [COMMAND_URL CALLBACK_URL]
 
 #include <webkit/webkit.h>
@@ -9,7 +9,7 @@ namespace {
 struct Road {
     const char* splash;
     const char* page;
-    const char* command;  ///< what the command pages' addresses begin with; may be null
+    const char* command;  ///< prefix of the command pages' URLs; may be null
     const char* callback;
 };
 

@@ -1,4 +1,4 @@
-// Asking the install tool for the product's state, beside the same pipeline without the installer around it.
+// Asking the install tool for the product's state, compared with the same pipeline without the installer.
 
 #include "commands/ProductInfo.h"
 #include "foundation/Log.h"
@@ -25,7 +25,7 @@ constexpr auto targetDir = "/usr/local/etc/vok-benchmark";
     std::exit(1);
 }
 
-/// What the pipeline prints, run by bash as plainly as POSIX allows.
+/// The output of the pipeline, run by bash in the simplest way that POSIX has.
 std::string runPipeline(const std::string& command) {
     int ends[2];
     if (pipe(ends) != 0)

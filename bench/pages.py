@@ -8,11 +8,11 @@ from rig.page_server import PageServer, Request
 PAGES = pathlib.Path(__file__).resolve().parent.parent / "examples" / "demo" / "pages"
 TYPES = {".css": "text/css", ".html": "text/html", ".js": "text/javascript"}
 
-# The demo's first page, telling of its load event.
+# The demo's first page, which reports its load event.
 TELL_LOADED = b"<script>addEventListener('load', () => fetch('/loaded'))</script></body>"
 
-# Goes to the command page as soon as it has loaded, again and again; the server hears of the moments before and
-# after.
+# Navigates to the command page as soon as it has loaded, repeatedly, and reports the times before and after to the
+# server.
 TRIP = b"""<!doctype html><title>Trip</title><script>
 fetch('/arrived');
 const leave = () => {
@@ -65,5 +65,5 @@ class Site(PageServer):
             return [moment for asked, moment in self.moments if asked == path]
         with self.changed:
             if not self.changed.wait_for(lambda: len(found()) >= count, limit):
-                raise TimeoutError(f"{path} was asked for {len(found())} of {count} times within {limit} s")
+                raise TimeoutError(f"{path} was requested {len(found())} of {count} times within {limit} s")
             return found()[:count]

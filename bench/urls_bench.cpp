@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A command's query of about `size` bytes, with addresses for values.
+/// A command's query of about `size` bytes, with URLs as values.
 std::string addresses(std::size_t size) {
     std::string query = "command=upgrade";
     for (int number = 1; query.size() < size; ++number)
@@ -31,7 +31,7 @@ std::string shortParameters(std::size_t size) {
     return query;
 }
 
-/// A text of about `size` bytes, of which one in eight has to be escaped.
+/// A string of about `size` bytes, one in eight of which has to be escaped.
 std::string textOf(std::size_t size) {
     std::string text;
     while (text.size() < size)
@@ -53,7 +53,7 @@ struct GlibFree {
 
 using GlibText = std::unique_ptr<char, GlibFree>;
 
-/// Poco takes a query only as a part of a URL.
+/// Poco accepts a query only as a part of a URL.
 auto parseByPoco(const std::string& query) {
     Poco::URI url;
     url.setRawQuery(query);
@@ -131,7 +131,7 @@ void measureEscapes(const std::string& text) {
 
 }  // namespace
 
-/// Names are read by the report: what is measured, "|", by whom.
+/// The report parses the names: what is measured, "|", by whom.
 int main(int argc, char* argv[]) {
     const Query small{"40 bytes", "command=getstate&callbackUrl=%2Fdone.html"};
     const Query medium{"400 bytes", addresses(400)};

@@ -1,4 +1,4 @@
-"""Start-up, memory and command round trip, in real windows on the desktop that this runs on."""
+"""Start-up, memory and command round trip, in real windows on the current desktop."""
 import collections
 import pathlib
 import shutil
@@ -31,8 +31,8 @@ def round_trips(site, _):
 
 
 def in_rounds(site, commands, runs, measure):
-    """The values that `measure` finds, by what they are of and by program. A round runs each program once, so that
-    what else the machine does meets all alike; the order turns from round to round. One more round warms up."""
+    """The values that `measure` returns, by what is measured and by program. Each round runs each program once, so that
+    background load affects all equally, and starts with another one. One more round warms up."""
     values = collections.defaultdict(lambda: collections.defaultdict(list))
     names = list(commands)
     for number in range(-1 if runs > 1 else 0, runs):

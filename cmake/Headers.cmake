@@ -1,4 +1,4 @@
-# Gives a target and those that link to it the headers it is made of, and no others: an include directory of links,
+# Gives a target and those that link to it its own headers and no others, by an include directory of symbolic links,
 # since the sources of all targets share one tree. Each argument is a file or a directory, relative to src.
 function(vok_headers target)
   get_target_property(type ${target} TYPE)

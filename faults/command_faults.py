@@ -42,7 +42,7 @@ def _(it):
     it.start()
 
 
-@fault("zero byte in an address for the install tool", "page command; admin tool ran 1×")
+@fault("zero byte in a URL for the install tool", "page command; admin tool ran 1×")
 def _(it):
     it.tool("admin tool", '[[ ${*: -1} == "reportUrl=a%00b" ]] || echo "$*" >>"$0.calls"')
     it.first("uninstall", reportUrl="a\0b")
@@ -50,7 +50,7 @@ def _(it):
     it.start()
 
 
-@fault("zero byte in the callback's address", "failure page: This address is not allowed.")
+@fault("zero byte in the callback URL", "error page: This address is not allowed.")
 def _(it):
     it.first("cancel", callbackUrl=it.server.url("/back\0end"))
     it.start()

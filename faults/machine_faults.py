@@ -26,28 +26,28 @@ def open_files(it):
     return min(set(range(len(taken) + 1)) - taken)
 
 
-@fault("no more open files for a question", "page back", "page back; install tool ran 1×")
+@fault("no more open files for getstate", "page back", "page back; install tool ran 1×")
 def _(it):
     it.first("getstate")
     limit(it, "nofile", lambda: open_files(it))
     it.start()
 
 
-@fault("no more open files for an order", "page command; admin tool ran 1×")
+@fault("no more open files for uninstall", "page command; admin tool ran 1×")
 def _(it):
     it.first("uninstall", reportUrl="r")
     limit(it, "nofile", lambda: open_files(it))
     it.start()
 
 
-@fault("no more processes for a question", "page back", needs="process limit")
+@fault("no more processes for getstate", "page back", needs="process limit")
 def _(it):
     it.first("getstate")
     limit(it, "nproc", lambda: 1)
     it.start()
 
 
-@fault("no more processes for an order", "ended by a signal", needs="process limit")
+@fault("no more processes for uninstall", "ended by a signal", needs="process limit")
 def _(it):
     it.first("uninstall", reportUrl="r")
     limit(it, "nproc", lambda: 1)
@@ -167,7 +167,7 @@ for name, called in {
 
 
 @fault("question mark in the bundle's path",
-       "failure page: Error opening file /tmp/vok-*/Vok: No such file or directory", called="Vok?.app")
+       "error page: Error opening file /tmp/vok-*/Vok: No such file or directory", called="Vok?.app")
 def _(it):
     it.first("getstate")
     it.start()

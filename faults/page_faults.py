@@ -24,7 +24,7 @@ def _(it):
     it.start()
 
 
-@fault("network process killed during a load", "failure page: WebKit encountered an internal error")
+@fault("network process killed during a load", "error page: WebKit encountered an internal error")
 def _(it):
     it.answers["/first"] = lambda request: it.kill_largest(NETWORK_PROCESS)
     it.start()
@@ -49,13 +49,13 @@ def half(request):
     request.wfile.write(page("half").encode())
 
 
-@fault("page server gone in mid-page", "page first")
+@fault("page server disconnects in mid-page", "page first")
 def _(it):
     it.answers["/first"] = half
     it.start()
 
 
-@fault("page server gone in mid-page of a command URL", "page command; admin tool ran 1×")
+@fault("page server disconnects in mid-page of a command URL", "page command; admin tool ran 1×")
 def _(it):
     it.first("uninstall", reportUrl="r")
     it.answers["/command"] = half
@@ -69,14 +69,14 @@ def _(it):
 
 
 @fault("first page answers 500 without a body",
-       "failure page: The server reported an error: 500 Internal Server Error.")
+       "error page: The server reported an error: 500 Internal Server Error.")
 def _(it):
     it.answers["/first"] = lambda request: request.answer("", 500)
     it.start()
 
 
 @fault("first page answers 404 without a body or its length",
-       "failure page: The server reported an error: 404 Not Found.")
+       "error page: The server reported an error: 404 Not Found.")
 def _(it):
     def answer(request):
         request.send_response(404)
@@ -99,14 +99,14 @@ def _(it):
     it.start()
 
 
-@fault("first page's host has no address",
-       "failure page: Error resolving “pages.invalid”: Name or service not known")
+@fault("first page's host cannot be resolved",
+       "error page: Error resolving “pages.invalid”: Name or service not known")
 def _(it):
     it.configuration["firstInstallationPageUrl"] = "http://pages.invalid/first"
     it.start()
 
 
-@fault("first page's server accepts but never answers", "failure page: The server does not answer.", seconds=90)
+@fault("first page's server accepts but never answers", "error page: The server does not answer.", seconds=90)
 def _(it):
     it.answers["/first"] = lambda request: time.sleep(3600)
     it.start()
@@ -125,37 +125,37 @@ def _(it):
     desktop.press_key("F5")
 
 
-@fault("first page redirects for ever", "failure page: Load cannot follow more than 20 redirections")
+@fault("first page redirects endlessly", "error page: Load cannot follow more than 20 redirections")
 def _(it):
     it.answers["/first"] = lambda request: request.answer("", 302, Location=f"/first?{time.monotonic()}")
     it.start()
 
 
-@fault("first page is an attachment", "failure page: This link is a download and cannot be opened here.")
+@fault("first page is an attachment", "error page: This link is a download and cannot be opened here.")
 def _(it):
     it.answers["/first"] = lambda request: request.answer("file", Content_Disposition="attachment; filename=a.html")
     it.start()
 
 
-@fault("first page has a refused port", "failure page: This address is not allowed.")
+@fault("first page's URL has a restricted port", "error page: This address is not allowed.")
 def _(it):
     it.configuration["firstInstallationPageUrl"] = "http://127.0.0.1:25/first"
     it.start()
 
 
-@fault("first page is no address", "failure page: The URL can’t be shown")
+@fault("first page's URL is invalid", "error page: The URL can’t be shown")
 def _(it):
     it.configuration["firstInstallationPageUrl"] = "no address"
     it.start()
 
 
-@fault("first page is a script", "failure page: This address is not allowed.")
+@fault("first page's URL is a script", "error page: This address is not allowed.")
 def _(it):
     it.configuration["firstInstallationPageUrl"] = "javascript:1"
     it.start()
 
 
-@fault("first page has an unknown certificate", "failure page: The server's certificate is not trusted.")
+@fault("first page's certificate is not trusted", "error page: The server's certificate is not trusted.")
 def _(it):
     certificate = it.directory / "certificate"
     subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-subj", "/CN=127.0.0.1",
@@ -183,7 +183,7 @@ def refused(name, script, outcome="page refused"):
 refused("page fetches a local file", "fetch('LOCAL/splash.html').then(got, refused)")
 refused("page shows a local picture", """
     const picture = new Image; picture.onload = got; picture.onerror = refused; picture.src = 'LOCAL/picture.svg'""")
-refused("page goes to a local file", "location = 'LOCAL/splash.html'", "page first")
+refused("page navigates to a local file", "location = 'LOCAL/splash.html'", "page first")
 refused("page asks for the location", """
     navigator.geolocation.getCurrentPosition(
         got, error => error.code == error.PERMISSION_DENIED ? refused() : got())""")

@@ -39,7 +39,7 @@ def shown(it):
         return "blank window"
     pages = re.findall(r"^(?:frameUrl = (?:\w+://[^/]*([^?\n]*)).*|Failed to load .* \((.*)\)\.)$", it.log(), re.M)
     path, reason = pages[-1] if pages else ("nothing", "")
-    return f"failure page: {reason}" if reason else f"page {pathlib.PurePath(path).name}"
+    return f"error page: {reason}" if reason else f"page {pathlib.PurePath(path).name}"
 
 
 def seen(it):

@@ -14,12 +14,12 @@ void vok::writeLogLine(const std::string&) noexcept {}
 void vok::fuzz::require(bool holds, const char* property) {
     if (holds)
         return;
-    std::fprintf(stderr, "It does not hold that %s.\n", property);
+    std::fprintf(stderr, "Property violated: %s.\n", property);
     std::abort();
 }
 
 bool vok::fuzz::isUtf8(std::string_view text) {
     std::string withoutZeros(text);
-    std::replace(withoutZeros.begin(), withoutZeros.end(), '\0', '0');  // GLib takes a zero byte for the end
+    std::replace(withoutZeros.begin(), withoutZeros.end(), '\0', '0');  // GLib stops at a zero byte
     return g_utf8_validate(withoutZeros.data(), static_cast<gssize>(withoutZeros.size()), nullptr);
 }

@@ -4,15 +4,15 @@
 #include <cstdint>
 #include <string_view>
 
-/// Called by libFuzzer with one input after the other.
+/// Called by libFuzzer for each input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace vok::fuzz {
 
-/// Ends the process, so that the input is kept, unless `property` holds.
+/// Aborts, so that libFuzzer saves the input, unless `property` holds.
 void require(bool holds, const char* property);
 
-/// Whether `text` is UTF-8, in the eyes of GLib.
+/// Whether GLib accepts `text` as UTF-8.
 bool isUtf8(std::string_view text);
 
 }  // namespace vok::fuzz

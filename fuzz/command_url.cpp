@@ -1,9 +1,9 @@
-// Finishes the load of a command URL, the input being what follows the prefix, on a desktop of which nothing
-// is real but the URL parser. No process is started.
+// Finishes the load of a command URL. The input is what follows the prefix. The URL parser is real, the rest
+// of the port is a fake, and no process is started.
 //
-// A command URL has exactly one outcome, and the same when it comes again: that of its command if the
-// parameters it needs are there, else an error sheet. A page is sent to its own callback URL with the whole
-// report of the command and nowhere else. A shell line has exactly the quoted words that it should have.
+// A command URL has exactly one outcome, and a second run has the same: that of its command if its parameters
+// are present, else an error sheet. A page is sent only to its own callback URL, with the whole report of the
+// command. A shell line has exactly the expected quoted words.
 
 #include "Property.h"
 #include "app/AppDelegate.h"
@@ -30,9 +30,9 @@ const std::string prefix = "https://pages.test/command";
 struct Command {
     std::string name;
     std::vector<std::string> needs;  ///< parameters
-    std::string outcome;             ///< how its event begins
+    std::string outcome;             ///< beginning of its event
     std::string prelude{};           ///< the event before the outcome
-    std::string result{};            ///< what its report ends with
+    std::string result{};            ///< end of its report
 };
 
 const Command commands[] = {
@@ -105,7 +105,7 @@ void checkScript(const std::string& script, const Command& command) {
 
 }  // namespace
 
-// These stand in for the functions that start a process.
+// These replace the functions that start a process.
 
 void vok::ExecuteScript(const std::optional<std::string>& script) { desktop.record("script " + *script); }
 

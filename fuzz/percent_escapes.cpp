@@ -1,9 +1,8 @@
 // Escapes and unescapes any bytes.
 //
-// An escaped text is made of the characters that need no escape, and of escapes. Unescaped, it is the text
-// from before if that is UTF-8, and nothing if not. Escaping it again leaves it alone only if nothing was
-// escaped. Unescaping any text gives what GLib gives, and nothing for a malformed escape or a result that is
-// not UTF-8.
+// An escaped string consists of escapes and of characters that need none. Unescaping it returns the original
+// if that is UTF-8, else fails. Escaping it again changes nothing only if it has no escapes. Unescaping any
+// string returns the same as GLib, and fails on a malformed escape or a result that is not UTF-8.
 
 #include "Property.h"
 #include "foundation/PercentEscapes.h"

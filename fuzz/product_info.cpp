@@ -1,9 +1,9 @@
-// Reads a product info record out of any output of the install tool, into a version buffer of any size. The
-// first byte of the input is the buffer's size, the rest is the output.
+// Reads a product info record from any output of the install tool, into a version buffer of any size. The
+// first byte of the input is the size of the buffer, the rest is the output.
 //
-// Nothing but a std::exception is raised. The flag and the buffer stay as they were unless 0 is returned, and
-// then the buffer holds the version with its end. What stands before the line does not matter. The record of
-// a flag and a version, written by JsonCpp, is read as that flag and that version if the buffer can hold it.
+// Only a std::exception is raised. The flag and the buffer are written only when 0 is returned, and then the
+// version in the buffer is zero-terminated. Output before the line is ignored. A record of a flag and a
+// version, written by JsonCpp, is read as written if the buffer is large enough.
 
 #include "Property.h"
 #include "commands/ProductInfo.h"
@@ -48,7 +48,7 @@ std::string infoLine(std::int32_t installed, const std::string& version) {
     return "Install info {" + Json::writeString(Json::StreamWriterBuilder(), record) + "}\n";
 }
 
-/// What a record with `installed` and `version` is read as.
+/// The result of reading a record with `installed` and `version`.
 Reading expected(std::int32_t installed, const std::string& version, std::size_t bufferSize) {
     Reading reading(bufferSize);
     if (bufferSize > 0 && version.size() >= bufferSize)

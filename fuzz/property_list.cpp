@@ -1,7 +1,7 @@
 // Reads any bytes as a property list file.
 //
-// A dictionary that was read holds UTF-8 texts only, and is the same again after libplist has written it to a
-// file as texts.
+// The strings of a dictionary are UTF-8, and it is the same after libplist has written it to a file as
+// strings.
 
 #include "Property.h"
 #include "platform/gtk/services/PlistReader.h"
@@ -17,7 +17,7 @@ using namespace vok::fuzz;
 
 namespace {
 
-/// What the reader makes of a file with `contents`.
+/// The result of reading a file with `contents`.
 std::optional<Dictionary> read(std::string_view contents) {
     static const int file = memfd_create("property list", 0);
     static const auto path = "/proc/self/fd/" + std::to_string(file);

@@ -9,7 +9,7 @@ usage() {
     exit 2
 }
 
-# build PRESET [OPTION...]: configures with the options and builds; the output is shown when that fails.
+# build PRESET [OPTION...]: configures with the options and builds; shows the output only on failure.
 build() {
     local preset=$1 log=build/$1.log
     echo "Building in build/$preset..." >&2
@@ -21,8 +21,8 @@ build() {
     fi
 }
 
-# install_bundle PRESET [DIRECTORY]: installs what was built, into a new directory outside the build tree unless one is
-# given. The bundle's path is then in VOK_BUNDLE, where the tests look for it.
+# install_bundle PRESET [DIRECTORY]: installs the build into DIRECTORY, by default a new one outside the build tree.
+# Sets VOK_BUNDLE, which the tests use, to the path of the bundle.
 install_bundle() {
     local prefix=${2-}
     if [[ ! $prefix ]]; then

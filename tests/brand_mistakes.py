@@ -1,4 +1,4 @@
-"""A good product, and what a maker may get wrong in it: each mistake with what is said of it."""
+"""A valid product, and mistakes in one, each with the expected message."""
 import pathlib
 import plistlib
 import struct
@@ -48,7 +48,7 @@ FILES = {
 TOOL = "installTool 'install tool' "
 NO_HOST = "needs a host name such as setup.example.com"
 
-# One mistake in a value, and what is said of it. None leaves the value out.
+# A mistake in a value, and the expected message. None omits the value.
 VALUES = [
     ("name", None, "product.conf: 'name' is missing"),
     ("name", "Bob's", "product.conf: name 'Bob's' is part of a path"),
@@ -125,14 +125,14 @@ VALUES = [
     ("developerMode", "no", "must be yes; to switch it off, leave the key out"),
 ]
 
-# One file that is wrong: its content, None when it is missing.
+# A mistake in a file: its content, or None when it is missing.
 CONTENTS = [
     ("product.conf", None, "product.conf is missing"),
     ("product.conf", b"\xef\xbb\xbfname = x\n", "product.conf begins with a byte order mark"),
     ("product.conf", "name = x\n".encode("utf-16"), "product.conf is in UTF-16"),
     ("product.conf", b"a = b\nname = \xe9\n", "product.conf is not in UTF-8: see line 2"),
     ("product.conf", b"[product]\nname = x\n", "line 1: '[product]' is a section heading"),
-    ("product.conf", b"name = x\nname = y\n", "line 2: 'name' is there for the second time"),
+    ("product.conf", b"name = x\nname = y\n", "line 2: 'name' occurs twice"),
     ("product.conf", b"name\n", "line 1: a line must be key = value"),
     ("LICENSE", None, "LICENSE is missing"),
     ("LICENSE", b" \n", "LICENSE is empty"),
@@ -149,12 +149,12 @@ CONTENTS = [
     ("icon.svg", svg("viewBox='0 0 64 32'"), "icon.svg is 64 by 32; it must be square"),
     ("icon.svg", svg("viewBox='0 0 9 9'", ""), "icon.svg draws nothing"),
     ("Tools/installer_config.plist", None, "Tools/installer_config.plist is missing"),
-    ("Tools/installer_config.plist", b"", "Tools/installer_config.plist is no XML or binary property list"),
+    ("Tools/installer_config.plist", b"", "Tools/installer_config.plist is not an XML or binary property list"),
     ("Tools/installer_config.plist", b"<plist>\n<dict>\n</plist>", "property list: see line 3"),
-    ("Tools/installer_config.plist", b"<plist><dict><key>a</key><date>x</date></dict></plist>", "is no XML or binary"),
-    ("Tools/installer_config.plist", b"<plist>" + b"<array>" * 5000, "is no XML or binary"),
-    ("Tools/installer_config.plist", b"bplist00" + bytes(40), "is no XML or binary property list"),
-    ("Tools/installer_config.plist", plistlib.dumps(["a"]), "must hold a dictionary"),
+    ("Tools/installer_config.plist", b"<plist><dict><key>a</key><date>x</date></dict></plist>", "is not an XML"),
+    ("Tools/installer_config.plist", b"<plist>" + b"<array>" * 5000, "is not an XML or binary"),
+    ("Tools/installer_config.plist", b"bplist00" + bytes(40), "is not an XML or binary property list"),
+    ("Tools/installer_config.plist", plistlib.dumps(["a"]), "must be a dictionary"),
     ("Tools/install tool", b"", TOOL + "is empty"),
     ("Tools/install tool", b"echo\n", TOOL + "does not begin with #!"),
     ("Tools/install tool", b"\xef\xbb\xbf#!/bin/sh\n", TOOL + "begins with a byte order mark"),
@@ -167,8 +167,8 @@ CONTENTS = [
     ("Tools/install tool", b"#!/bin/sh " + b"x" * 300, TOOL + "has a first line of more than 255 bytes"),
     ("Tools/install tool", b"#!/usr/bin/env python3\n", "does not name its package 'python3' in depends"),
     ("Tools/install tool", program(machine=(18, b"\x28\0")), TOOL + "is a program for another architecture"),
-    ("Tools/install tool", program(kind=(16, b"\1\0")), TOOL + "is no program but an object file"),
-    ("Tools/install tool", program()[:20], TOOL + "is cut off"),
+    ("Tools/install tool", program(kind=(16, b"\1\0")), TOOL + "is an object file"),
+    ("Tools/install tool", program()[:20], TOOL + "is truncated"),
     ("Tools/install tool", b"MZ\x90\0", TOOL + "is a program for Windows"),
     ("Tools/a\u202eb", b"", "has a character in its name that cannot be shown"),
     ("Tools/splash.html", None, "Tools/splash.html is missing"),
@@ -179,7 +179,7 @@ CONTENTS = [
      "Tools/style.css: 'https://cdn.example/x.css' is remote"),
     ("Tools/style.css", b"i { background: url('gone.png') }", "Tools/style.css: 'gone.png' is not in Tools"),
     ("Tools/a b.js", b"fetch('https://e.example/x')", "Tools/a b.js: 'https://e.example/x' is remote"),
-    ("Tools/a b.js", b"location.replace('first.html')", "Tools/a b.js: it goes to another page by itself"),
+    ("Tools/a b.js", b"location.replace('first.html')", "Tools/a b.js: it navigates to another page"),
 ]
 
 PNGS = [
@@ -187,7 +187,7 @@ PNGS = [
     (png(512, 400), "icon.png is 512 by 400 pixels; it must be square"),
     (png(64, 64), "icon.png is 64 by 64 pixels"),
     (png(0, 0), "icon.png is 0 by 0 pixels"),
-    (png(512, 512)[:-30], "icon.png is damaged or cut off"),
+    (png(512, 512)[:-30], "icon.png is damaged or truncated"),
     (png(512, 512, b"x"), "its pixels cannot be unpacked"),
     (png(512, 512, zlib.compress(b"\0")), "some of its pixels are missing"),
 ]
@@ -195,9 +195,9 @@ PNGS = [
 SPLASHES = [
     ("<script src=//cdn.example/x.js></script>", "'//cdn.example/x.js' is remote"),
     ("<style>@import 'https://cdn.example/x.css'</style>", "'https://cdn.example/x.css' is remote"),
-    ("<meta http-equiv=refresh content='0; url=x.html'>", "it goes to another page by itself"),
-    ("<script>window.location.href = 'x'</script>", "it goes to another page by itself"),
-    ("<body onload='document.forms[0].submit()'>", "it goes to another page by itself"),
+    ("<meta http-equiv=refresh content='0; url=x.html'>", "it navigates to another page"),
+    ("<script>window.location.href = 'x'</script>", "it navigates to another page"),
+    ("<body onload='document.forms[0].submit()'>", "it navigates to another page"),
     ("<img src=gone.png>", "'gone.png' is not in Tools"),
     ("<img src='a\x1b[31m\nb'>", "'a\\x1b[31m\\nb' is not in Tools"),
     ("<img src='../icon.svg'>", "'../icon.svg' is not in Tools"),

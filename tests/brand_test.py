@@ -1,4 +1,4 @@
-"""Runs scripts/brand on a good product and on what a maker may get wrong: brand_test.py BUNDLE"""
+"""Runs scripts/brand on a valid product and on products with mistakes: brand_test.py BUNDLE"""
 import os
 import pathlib
 import plistlib
@@ -25,7 +25,7 @@ class BrandTest(unittest.TestCase):
         self.scratch = pathlib.Path(scratch.name)
 
     def write(self, values=(), files=()):
-        """A good product with these values and files in it, None for those that are left out."""
+        """Writes a valid product with these values and files; None omits one."""
         self.product = pathlib.Path(tempfile.mkdtemp(dir=self.scratch, prefix="my product "))
         values = CONF | CONFIGURATION | dict(values)
         values = {key: value for key, value in values.items() if value is not None}
@@ -112,7 +112,7 @@ class BrandTest(unittest.TestCase):
         with socket.socket(socket.AF_UNIX) as server:
             server.bind(str(tools / "socket"))
         mistakes = self.mistakes()
-        for sentence in ("gone is a link to nothing.", "loop is a link to a directory that contains it.",
+        for sentence in ("gone is a broken link.", "loop is a link to a directory that contains it.",
                          "pipe is not a file.", "socket is not a file.", "are the same file."):
             self.assertIn(sentence, mistakes)
 

@@ -39,7 +39,7 @@ TEST(UrlQuery, RefusesNilAndWhatDoesNotDecode) {
         EXPECT_TRUE(failureOf([&] { UrlQueryToDictionary(query); }).starts_with("argument: ")) << query;
 }
 
-/// A command URL's query, and what the installer does about it.
+/// A command URL's query, and the events that it causes.
 struct Run {
     const char* name;
     std::string query;

@@ -53,7 +53,7 @@ TEST_F(EnvironmentTest, MachineDecidesWhatTheConfigurationLeavesOpen) {
     EXPECT_EQ(installer.getAgentId(), "(null)");
 }
 
-TEST_F(EnvironmentTest, FirstLanguageOfThePersonElseTheDefault) {
+TEST_F(EnvironmentTest, FirstLanguageOfTheUserElseTheDefault) {
     EXPECT_EQ(installer.getPreferredLanguage("en"), "en");
     desktop.languages = [] { return Languages({"en-GB", "fr"}); };
     EXPECT_EQ(installer.getPreferredLanguage("en"), "en-GB");

@@ -98,7 +98,8 @@ TEST_F(InstallCommandTest, SingleQuoteBreaksTheLineButAMissingToolIsNotNoticed) 
 }
 
 struct ProductInfoTest : ToolsTest {
-    /// Asks the tool, and tells the result, the flag (-7: untouched), the version (-: untouched) and the log.
+    /// Runs the tool; returns the result, the flag (-7: not written), the version (-: not written) and the
+    /// log.
     std::string probe(std::uint32_t size = 32, bool wantsVersion = true) {
         std::int32_t installed = -7;
         char version[64] = "-";
@@ -145,7 +146,7 @@ const Answer answers[] = {
     {"EmptyRecord", "Install info {}\n", "-1, -7, -, Failed to parse json ('}\n')."},
     {"OtherCase", "install info {{\"installed\": 1}\n", noLine},
     {"TextAfterRecord", info + "1}.\n", noLine},
-    {"Silence", "", noLine},
+    {"NoOutput", "", noLine},
 };
 INSTANTIATE_TEST_SUITE_P(Outputs, ProductInfoAnswerTest, testing::ValuesIn(answers), rowName);
 

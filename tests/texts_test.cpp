@@ -1,4 +1,4 @@
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 
 #include <gtest/gtest.h>
 
@@ -48,10 +48,10 @@ std::string textOf(const std::string& page, const std::string& begin, const std:
 }
 
 std::string headingFor(const std::string& url) {
-    return textOf(failurePage({url, texts::noAnswer}, "log"), "<h1>", "</h1>");
+    return textOf(errorPage({url, texts::noAnswer}, "log"), "<h1>", "</h1>");
 }
 
-TEST_F(TextsTest, FailurePageLeadsWithTheHost) {
+TEST_F(TextsTest, ErrorPageLeadsWithTheHost) {
     EXPECT_EQ(headingFor("https://user:p@pages.example:8080/a?b#c"),
               "The page at <bdi>pages.example:8080</bdi> could not be loaded");
     EXPECT_EQ(headingFor("http://h?a@b"), "The page at <bdi>h</bdi> could not be loaded");
@@ -59,10 +59,10 @@ TEST_F(TextsTest, FailurePageLeadsWithTheHost) {
         EXPECT_EQ(headingFor(url), "This page could not be loaded") << url;
 }
 
-TEST_F(TextsTest, FailurePageShowsItsStringsAsTheyAre) {
+TEST_F(TextsTest, ErrorPageShowsItsStringsAsTheyAre) {
     const std::string url = "http://h/{{reason}}?a=1&b=\"</textarea><i>";
     const std::string escaped = "http://h/{{reason}}?a=1&amp;b=&quot;&lt;/textarea&gt;&lt;i&gt;";
-    const auto page = failurePage({url, FailureReason("<script>no</script> & more")}, "show 'a' & b");
+    const auto page = errorPage({url, FailureReason("<script>no</script> & more")}, "show 'a' & b");
     EXPECT_EQ(textOf(page, "onfocus=\"setTimeout(() => this.select())\">", "</textarea>"), escaped);
     EXPECT_EQ(textOf(page, "<a id=\"try-again\" href=\"", "\""), escaped);
     EXPECT_EQ(textOf(page, "<code>", "</code>"), "show 'a' &amp; b");
@@ -70,19 +70,19 @@ TEST_F(TextsTest, FailurePageShowsItsStringsAsTheyAre) {
               "&lt;script&gt;no&lt;/script&gt; &amp; more");
 }
 
-TEST_F(TextsTest, FailurePageOffersWhatItIsTold) {
-    const auto page = failurePage({"http://h/", texts::noAnswer, false, "file:///a b/splash.html"}, "log");
+TEST_F(TextsTest, ErrorPageOffersWhatItIsTold) {
+    const auto page = errorPage({"http://h/", texts::noAnswer, false, "file:///a b/splash.html"}, "log");
     EXPECT_EQ(textOf(page, "<nav>", "</nav>"),
               "<a id=\"start-again\" href=\"file:///a b/splash.html\">Start again</a>\n");
     EXPECT_EQ(textOf(page, "<p class=\"advice\">", "<"), "Start again from the first page.");
 }
 
-TEST_F(TextsTest, FailurePageIsInTheLanguageInUseAndTheLogIsNot) {
+TEST_F(TextsTest, ErrorPageIsInTheLanguageInUseAndTheLogIsNot) {
     useLanguage("ar");
     const FailureReason reason(texts::typeNotSupported, "application/zip");
     EXPECT_EQ(reason.shown, "لا يمكن فتح الملفات من النوع application/zip هنا.");
     EXPECT_EQ(reason.logged, "Files of type application/zip cannot be opened here.");
-    const auto page = failurePage({"http://h/", reason}, "log");
+    const auto page = errorPage({"http://h/", reason}, "log");
     EXPECT_NE(page.find("<html lang=\"ar\" dir=\"rtl\">"), page.npos);
     EXPECT_EQ(textOf(page, "<summary>", "<"), "التفاصيل");
 }

@@ -1,4 +1,4 @@
-"""Makes a product of its own from the installer; scripts/brand runs this."""
+"""Makes a product from the installer; scripts/brand runs this."""
 import lzma
 import os
 import pathlib
@@ -46,9 +46,9 @@ def mistakes_about(output, make, template):
     if template is None:
         yield "There is no built installer to start from: unpack its archive, or build it here."
     elif not os.access(template / "Contents/MacOS/vok-installer", os.X_OK):
-        yield f"'{template}' is no bundle of the installer."
+        yield f"'{template}' is not a bundle of the installer."
     if make is None:
-        yield f"'{output.name}' must end in {', '.join(MAKERS)}: that says what is made."
+        yield f"'{output.name}' must end in {', '.join(MAKERS)}; the ending selects what is made."
     if len(os.fsencode(output.name)) > LONGEST_NAME:
         yield f"The result's name is longer than {LONGEST_NAME} bytes."
     elif not output.parent.is_dir():
@@ -82,7 +82,7 @@ def main(config_directory, output, template=None):
         sys.exit("\n".join(mistakes))
     for note in product.notes:
         print("Note:", note, file=sys.stderr)
-    os.umask(0o022)  # everybody may read what was made
+    os.umask(0o022)  # all users may read the output
     with tempfile.TemporaryDirectory() as scratch:
         try:
             result = make(product, template, pathlib.Path(scratch))

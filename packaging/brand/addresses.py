@@ -117,7 +117,7 @@ def notes_on_hosts(values):
         yield f"commandUrlPrefix is on another host than the first page: '{prefix}' and '{page}' can both run commands"
     if "pageHosts" not in values:
         hosts = " ".join(dict.fromkeys((page, prefix)))
-        yield (f"pageHosts is missing, so every page that the user comes to in the window can run commands; "
+        yield (f"pageHosts is missing, so every page that the user reaches in the window can run commands; "
                f"'{hosts}' keeps other hosts out")
     for host in dict.fromkeys(values.get("pageHosts", "").split()):
         if host not in (page, prefix):

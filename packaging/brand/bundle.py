@@ -6,13 +6,13 @@ import shutil
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 
-# Where a bundle to start from is looked for: in the unpacked archive, installed as a package.
+# Where the template bundle is searched: in the unpacked archive, installed as a package.
 TEMPLATES = (
     SOURCE / "Vok Installer.app",
     pathlib.Path("/opt/vok-installer/Vok Installer.app"),
 )
 
-# What every product's bundle has in common: the program, its libraries, their licences, the packages they depend on.
+# Common to the bundles of all products: the program, its libraries, their licences, the packages they depend on.
 COMMON = ("MacOS/vok-installer", "Frameworks", "Resources/licenses", "Resources/dependencies")
 
 

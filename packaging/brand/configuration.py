@@ -39,9 +39,9 @@ def read_values(file):
         raise
     except Exception as error:  # plistlib lets through whatever a malformed value raises
         line = f": see line {error.lineno}" if hasattr(error, "lineno") else ""
-        raise text.Unreadable(f"is no XML or binary property list{line}") from None
+        raise text.Unreadable(f"is not an XML or binary property list{line}") from None
     if not isinstance(values, dict):
-        raise text.Unreadable("must hold a dictionary")
+        raise text.Unreadable("must be a dictionary")
     return values
 
 

@@ -1,4 +1,4 @@
-"""A product's Debian package: the bundle under /opt, and what makes the desktop know it."""
+"""A product's Debian package: the bundle under /opt, and its integration into the desktop."""
 import base64
 import email.utils
 import gzip
@@ -16,10 +16,10 @@ from bundle import SOURCE, copy, make_bundle
 LINUX = SOURCE / "packaging/linux"
 ICON_SIZES = (16, 24, 32, 48, 64, 128, 256, 512)
 
-# The programs that making a package takes, and the Debian packages that they are in.
+# The programs that building a package needs, and their Debian packages.
 NEEDED = {"cpack": "cmake", "dpkg-shlibdeps": "dpkg-dev", "rsvg-convert": "librsvg2-bin"}
 
-# What no library names: the web view's https, and the toolkit's drawing of the icon.
+# Not dependencies of any library: https in the web view, and drawing the icon.
 DEPENDS = "glib-networking, librsvg2-common"
 
 

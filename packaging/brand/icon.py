@@ -93,7 +93,7 @@ def chunks_of(data):
         content = data[position + 8:position + 8 + length]
         checksum = data[position + 8 + length:position + 12 + length]
         if len(checksum) < 4 or zlib.crc32(kind + content) != int.from_bytes(checksum, "big"):
-            raise Undecodable("is damaged or cut off")
+            raise Undecodable("is damaged or truncated")
         yield kind, content
         if kind == b"IEND":
             return

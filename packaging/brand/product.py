@@ -46,7 +46,7 @@ class Product:
     directory: pathlib.Path
     values: dict
     icon: pathlib.Path
-    notes: list  # what is no mistake, but may not be meant
+    notes: list  # what may be unintended, but is not a mistake
 
     @property
     def tools(self):
@@ -64,7 +64,7 @@ def package_name(name):
 
 
 def read_product(directory, template=None, for_package=False):
-    """The product in `directory` and the list of the mistakes found there; without mistakes it can be used."""
+    """The product in `directory` and the list of the mistakes found there; without mistakes, it is usable."""
     directory = pathlib.Path(directory)
     if not directory.is_dir():
         return None, [f"There is no directory '{directory}'."]
@@ -119,7 +119,7 @@ def read_values(file):
         else:
             key = name.lower()
             if key in values:
-                mistakes.append(f"product.conf, line {number}: '{key}' is there for the second time.")
+                mistakes.append(f"product.conf, line {number}: '{key}' occurs twice.")
             values[key] = None if hidden else " ".join(value.split())
         if hidden:
             mistakes.append(f"product.conf, line {number}: it contains a character that cannot be shown, {hidden}.")
@@ -148,7 +148,7 @@ def sentences(values):
 def name_sentences(values):
     package = package_name(values["name"])
     if len(package) < 2 or not package[0].isalpha() and not re.search("[a-z]", package):
-        yield "has too few letters from a to z to name a package by"
+        yield "has too few letters from a to z for a package name"
     elif distribution.is_taken(package, values.get("maintainer")):
         yield (f"becomes the package name '{package}', which another program has; put a word of your own before or "
                f"after it")

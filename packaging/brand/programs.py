@@ -25,7 +25,7 @@ def mistakes_in_files(directory, tools, above=()):
         if text.invisible_character(file.name):
             yield f"{ascii(name)} has a character in its name that cannot be shown."
         elif not file.exists():
-            yield f"{name} is a link to nothing."
+            yield f"{name} is a broken link."
         elif not os.access(file, os.R_OK):
             yield f"{name} cannot be read."
         elif file.is_dir() and file.resolve() in above:
@@ -61,7 +61,7 @@ def first_bytes(file):
 
 def elf_sentences(head, template):
     if len(head) < ELF_HEADER:
-        yield "is cut off"
+        yield "is truncated"
         return
     order = "<" if head[5] == 1 else ">"
     kind, = struct.unpack_from(order + "H", head, 16)
@@ -71,7 +71,7 @@ def elf_sentences(head, template):
     if installer.startswith(b"\x7fELF") and (installer[4:6], installer[18:20]) != (head[4:6], head[18:20]):
         yield "is a program for another architecture than the installer"
     elif kind not in (EXECUTABLE, SHARED) or not entry:
-        yield "is no program but an object file or a library"
+        yield "is an object file or a library, not a program"
 
 
 def script_sentences(head, depends):

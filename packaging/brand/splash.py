@@ -104,7 +104,7 @@ def mistakes_about(name, page, tools, seen):
     """Mistakes in what the page, style sheet or script `name` in Tools loads, recursively."""
     seen.add(name)
     if page.navigates:
-        yield (f"Tools/{name}: it goes to another page by itself, "
+        yield (f"Tools/{name}: it navigates to another page, "
                "but the first installation page follows the splash page.")
     for reference in page.found:
         if re.match("(data|about|javascript):|#", reference, re.IGNORECASE):

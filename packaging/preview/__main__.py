@@ -1,4 +1,4 @@
-"""Shows a product's pages in the installer, on a machine that is only simulated; scripts/preview runs this."""
+"""Shows a product's pages in the installer, on a simulated machine; scripts/preview runs this."""
 import argparse
 import json
 import pathlib

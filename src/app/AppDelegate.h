@@ -14,7 +14,7 @@ namespace vok {
 
 /// The installer: its state, and every operation on it. Each operation is defined in the room it belongs to.
 /// All of it runs on the main thread. Unless an operation says otherwise, failures are raised as Exception
-/// and passed on; "nil" is nothing or a null pointer.
+/// and passed on; "nil" is an empty optional or a null pointer.
 class AppDelegate final : public ApplicationDelegate,
                           public WebFrameLoadDelegate,
                           public WebPolicyDelegate,
@@ -24,10 +24,10 @@ public:
 
     // app/AppDelegate.cpp
 
-    /// Always yes: closing the main window ends the application.
+    /// Always true: closing the main window ends the application.
     bool applicationShouldTerminateAfterLastWindowClosed() override;
     void setWindow(Window& window);
-    /// Fills the state in its fixed order and shows the splash page. A failure ends start-up with the sheet
+    /// Fills the state in a fixed order and shows the splash page. A failure ends start-up with the sheet
     /// "Initialization failed." and its message; the application stays open.
     void applicationDidFinishLaunching() override;
 
@@ -41,7 +41,7 @@ public:
     Dictionary loadAppConfig() const;
     /// The configured agent identifier, else the platform UUID.
     std::string getAgentId() const;
-    /// The operating system for the pages, unescaped.
+    /// The operating system as the first page gets it, unescaped.
     std::string getOsVersion() const;
     /// The configured target directory, else one named after `agent`; raises NSInvalidArgumentException when
     /// it needs `agent` and that is nil.
@@ -53,15 +53,15 @@ public:
 
     /// File URL of the splash page, escaped.
     std::string getSplashPageUrl() const;
-    /// URL of the first installation page with all that is known of the machine, escaped as a whole.
+    /// URL of the first installation page with its query, escaped as a whole.
     std::string getFirstInstallationPageUrl() const;
     /// Loads the first installation page after the splash page, and runs command URLs.
     void webViewDidFinishLoadForFrame(WebView& sender, WebFrame& frame) override;
 
     // bridge/Dispatch.cpp
 
-    /// Runs the command that `urlQuery` names; nil when the command URL had no query. Every Exception ends in
-    /// the sheet "Failed to execute command." and its message.
+    /// Runs the command that `urlQuery` names; nil when the command URL had no query. An Exception is
+    /// shown in a sheet, "Failed to execute command." and its message.
     void executeUrlQuery(const std::optional<std::string>& urlQuery);
 
     // commands/InstallCommands.cpp
@@ -72,9 +72,9 @@ public:
 
     // commands/LifecycleCommands.cpp
 
-    /// Asks for a restart and ends the application, or shows why there is none; reports nothing to the page.
+    /// Asks for a restart and ends the application, or shows why it was refused; reports nothing to the page.
     void executeRebootCommand(const CommandParams& params);
-    /// Starts Firefox, whether it is there or not; reports nothing to the page.
+    /// Starts Firefox if it is installed; reports nothing to the page.
     void executeRunFirefoxCommand(const CommandParams& params);
     void executeCancelCommand(const CommandParams& params);
     /// Queues the end of the application, then reports.
@@ -83,7 +83,7 @@ public:
 
     // commands/StateCommands.cpp
 
-    /// Reports whether the product is installed, and at which version. Blocks while the install tool answers.
+    /// Reports whether the product is installed, and its version. Blocks until the install tool has answered.
     void executeGetStateCommand(const CommandParams& params);
     /// Reports the browsers found at start-up.
     void executeGetBrowsersCommand(const CommandParams& params);
@@ -99,7 +99,7 @@ public:
                             const std::optional<std::string>& reportUrl,
                             const std::optional<std::string>& action, const std::optional<std::string>& event,
                             const std::optional<std::string>& params);
-    /// `baseUrl` with the report as its query, or as the rest of the query it has. Nothing is escaped.
+    /// `baseUrl` with the report added to its query. Nothing is escaped.
     std::string formatCallbackUrl(bool succeeded, const std::optional<std::string>& baseUrl,
                                   const std::optional<std::string>& action,
                                   const std::optional<std::string>& event,
@@ -112,17 +112,17 @@ public:
     void ensureNavigatedTo(const std::string& url);
     void showInfoMessage(const std::string& text);
     void showErrorMessage(const std::string& text);
-    /// Allows every navigation but the one that follows a request for a new window: that one goes to the
+    /// Allows every navigation but the one that follows a request for a new window, which opens in the
     /// default browser.
     void webViewDecidePolicyForNavigationAction(WebView& sender, const std::string& requestURL,
                                                 WebPolicyDecisionListener& listener) override;
     bool webViewIsCommandURL(const std::string& url) const override;
-    /// Allows every page but those on hosts that are missing in `pageHosts`.
+    /// Allows every page but those on hosts that are not in `pageHosts`.
     bool webViewMayShowPage(const std::string& url) const override;
     std::string webViewStartURL() const override { return getSplashPageUrl(); }
     WebView& webViewCreateWebViewWithRequest(WebView& sender, const std::string& requestURL) override;
     /// Loads the splash page, which leads to the first installation page; the page that crashed may have been
-    /// a command URL and is never loaded again. The third crash in a short time ends in a sheet instead.
+    /// a command URL and is never loaded again. The third crash in a short time shows a sheet instead.
     void webViewWebContentProcessDidTerminate(WebView& sender) override;
 
 private:
@@ -131,7 +131,7 @@ private:
 
     Platform platform;
 
-    std::string installationId;  ///< random UUID text of this run, sent as "pid"
+    std::string installationId;  ///< random UUID of this run, sent as "pid"
     std::optional<std::string> agentId;
     std::optional<std::string> preferredLang;
     Window* appWindow = nullptr;
@@ -141,9 +141,9 @@ private:
     std::optional<std::string> versionFireFox;
     std::optional<std::string> versionSafari;
     WebView* webView;
-    std::optional<std::set<std::string>> pageHosts;  ///< all hosts when the configuration names none
-    int lossCount = 0;  ///< of the web content process, each within a minute of the one before
-    std::chrono::steady_clock::time_point lastLoss;
+    std::optional<std::set<std::string>> pageHosts;  ///< unset when all hosts are allowed
+    int crashCount = 0;  ///< of the web content process, each soon after the one before
+    std::chrono::steady_clock::time_point lastCrash;
 };
 
 }  // namespace vok

@@ -25,20 +25,20 @@ CommandParams UrlQueryToDictionary(const std::optional<std::string>& query) {
     if (!query)
         raise(NSInvalidArgumentException, "UrlQueryToDictionary: Invalid argument.");
     CommandParams params;
-    auto place = params.end();  // of the parameter before; many come in order, and need no search then
+    auto place = params.end();  // of the last insertion, as a hint: keys in order need no search
     for (std::string_view rest = *query; !rest.empty();) {
         const auto piece = takeUntil(rest, '&');
         auto parts = piece;
         std::string key(takeUntil(parts, '='));
         if (key.empty())
             continue;
-        const bool keyIsText = RemovePercentEscapes(key);
+        const bool isKeyValid = RemovePercentEscapes(key);
         const auto value = takeUntil(parts, '=');
         const auto before = params.size();
         place = params.emplace_hint(place, std::move(key), value);
         if (params.size() == before)
-            place->second = value;  // the key has come before
-        if (!keyIsText || !RemovePercentEscapes(place->second))
+            place->second = value;  // a repeated key
+        if (!isKeyValid || !RemovePercentEscapes(place->second))
             raise(NSInvalidArgumentException, "UrlQueryToDictionary: '%@' is not percent-encoded UTF-8 text.",
                   piece);
     }

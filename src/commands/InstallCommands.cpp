@@ -9,7 +9,8 @@ namespace vok {
 
 namespace {
 
-/// The launch-as-admin tool starts the install tool, which gets the pairs. No value is quoted for the shell.
+/// The launch-as-admin tool starts the install tool, which gets the key=value arguments. No value is quoted
+/// for the shell.
 constexpr auto installFormat =
     "/bin/bash -c '\"%@\" \"%@\" \"command=%@\" \"pid=%@\" \"agentId=%@\" \"targetDir=%@\" "
     "\"configTemplateUrl=%@\" \"installerUrl=%@\" \"reportUrl=%@\"' &";

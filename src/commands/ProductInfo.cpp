@@ -36,25 +36,25 @@ std::string queryCommand(std::string_view installToolPath, std::string_view agen
     return command.str();
 }
 
-/// Lowers the limit of open files to what is usual on macOS, for the processes started meanwhile, which may
+/// Lowers the limit of open files to the default of macOS, for processes started in its lifetime, which may
 /// raise it. Poco's child closes every descriptor up to the limit, which is slow.
-class UsualFileLimit {
+class LoweredFileLimit {
 public:
-    UsualFileLimit() {
+    LoweredFileLimit() {
         getrlimit(RLIMIT_NOFILE, &before);
-        const rlimit usual{std::min<rlim_t>(before.rlim_cur, 256), before.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &usual);
+        const rlimit lowered{std::min<rlim_t>(before.rlim_cur, 256), before.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &lowered);
     }
-    ~UsualFileLimit() { setrlimit(RLIMIT_NOFILE, &before); }
-    UsualFileLimit(const UsualFileLimit&) = delete;
-    UsualFileLimit& operator=(const UsualFileLimit&) = delete;
+    ~LoweredFileLimit() { setrlimit(RLIMIT_NOFILE, &before); }
+    LoweredFileLimit(const LoweredFileLimit&) = delete;
+    LoweredFileLimit& operator=(const LoweredFileLimit&) = delete;
 
 private:
     rlimit before{RLIM_INFINITY, RLIM_INFINITY};
 };
 
 Poco::ProcessHandle launchBash(const std::string& command, Poco::Pipe& output) {
-    const UsualFileLimit limit;
+    const LoweredFileLimit limit;
     return Poco::Process::launch("/bin/bash", {"-c", command}, nullptr, &output, nullptr);
 }
 
@@ -71,7 +71,7 @@ int runCommand(const std::string& command, std::string& output) {
 /// Parses the first value in `text`; what follows it is ignored. Nothing when there is none.
 std::optional<Json::Value> parseRecord(const std::string& text) {
 #pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wdeprecated-declarations"  // its successor refuses what follows the value
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"  // its successor rejects text after the value
     Json::Reader reader;
 #pragma GCC diagnostic pop
     Json::Value root;

@@ -26,16 +26,16 @@ void AppDelegate::executeGetStateCommand(const CommandParams& params) {
 void AppDelegate::executeGetBrowsersCommand(const CommandParams& params) {
     struct Candidate {
         const char* type;
-        const std::optional<std::string>& published;
+        const std::optional<std::string>& atStart;
         const char* infoPath;
     };
     std::string list;
     int index = -1;
-    for (const auto& [type, published, infoPath] : {Candidate{"chrome", versionChrome, chromeInfoPath},
-                                                    Candidate{"firefox", versionFireFox, firefoxInfoPath},
-                                                    Candidate{"safari", versionSafari, safariInfoPath}}) {
-        const bool elsewhere = !published && access(infoPath, F_OK) != 0;
-        const auto version = elsewhere ? platform.workspace.browserVersion(type) : published;
+    for (const auto& [type, atStart, infoPath] : {Candidate{"chrome", versionChrome, chromeInfoPath},
+                                                  Candidate{"firefox", versionFireFox, firefoxInfoPath},
+                                                  Candidate{"safari", versionSafari, safariInfoPath}}) {
+        const bool isElsewhere = !atStart && access(infoPath, F_OK) != 0;
+        const auto version = isElsewhere ? platform.workspace.browserVersion(type) : atStart;
         if (!version)
             continue;
         ++index;

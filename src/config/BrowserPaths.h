@@ -2,7 +2,7 @@
 
 namespace vok {
 
-/// Where the browsers are on a Mac. Other systems have some of them elsewhere: see platform/Workspace.h.
+/// Paths of the browsers on macOS. platform/Workspace.h finds browsers in other places.
 inline constexpr auto chromeInfoPath = "/Applications/Google Chrome.app/Contents/Info.plist";
 inline constexpr auto firefoxInfoPath = "/Applications/Firefox.app/Contents/Info.plist";
 inline constexpr auto safariInfoPath = "/Applications/Safari.app/Contents/Info.plist";

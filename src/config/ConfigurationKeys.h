@@ -7,7 +7,7 @@ namespace vok::configuration {
 inline constexpr auto firstInstallationPageUrl = "firstInstallationPageUrl";
 /// More query pairs for that page, "key=value" joined by "&".
 inline constexpr auto analyticParams = "analyticParams";
-/// What every command URL begins with, as the web view normalises it.
+/// Prefix of every command URL, as the web view normalises it.
 inline constexpr auto commandUrlPrefix = "commandUrlPrefix";
 /// File name of the install tool in Tools.
 inline constexpr auto installTool = "installTool";
@@ -21,7 +21,7 @@ inline constexpr auto targetDir = "targetDir";
 inline constexpr auto lang = "lang";
 /// The only hosts whose pages the window shows, separated by blanks; by default all hosts.
 inline constexpr auto pageHosts = "pageHosts";
-/// "yes" lets developers look into pages; by default nobody can.
+/// "yes" enables the web inspector; off by default.
 inline constexpr auto developerMode = "developerMode";
 
 }  // namespace vok::configuration

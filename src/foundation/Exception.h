@@ -13,8 +13,8 @@ enum class ExceptionKind {
     NSGenericException,          ///< everything else
 };
 
-/// The installer's failure: a kind, and a message that may be shown to the user unchanged.
-/// Guarded blocks catch this class and nothing else.
+/// An error of the installer: a kind, and a message that may be shown to the user unchanged.
+/// Start-up and commands catch this class and nothing else.
 class Exception : public std::exception {
 public:
     Exception(ExceptionKind kind, std::string message) : kind_(kind), message_(std::move(message)) {}

@@ -5,8 +5,8 @@
 
 namespace vok {
 
-/// `text` escaped for use in a URL: A-Z a-z 0-9 and - _ . ! ~ * ' ( ) ; / ? : @ & = + $ , stay; every other
-/// byte, "%" included, becomes "%" and two upper-case hexadecimal digits.
+/// `text` escaped for use in a URL: A-Z a-z 0-9 and - _ . ! ~ * ' ( ) ; / ? : @ & = + $ , are kept; every
+/// other byte, "%" included, becomes "%" and two upper-case hexadecimal digits.
 std::string AddPercentEscapes(std::string_view text);
 
 /// Decodes each "%" and two hexadecimal digits in `text`; "+" stays a plus sign. Returns false when an

@@ -8,8 +8,8 @@
 
 namespace vok {
 
-/// Calls `callback` in a frame that C or Objective-C code called, which no exception may cross. An exception
-/// is logged, and the result is value-initialised.
+/// Calls `callback` for C or Objective-C code, whose frames no exception may cross. An exception is logged,
+/// and a value-initialised result returned.
 template <class Callback>
 std::invoke_result_t<Callback> shielded(Callback&& callback) noexcept {
     try {

@@ -16,10 +16,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A web content process that is lost for this many times, each within a minute of the one before, is not
-/// started again: a page may always cost its process.
-constexpr int greatestLossCount = 3;
-constexpr auto lossMemory = 1min;
+/// A web content process that crashes this many times, each within this time of the crash before, is not
+/// started again: the page may crash it every time.
+constexpr int crashLimit = 3;
+constexpr auto crashInterval = 1min;
 
 }  // namespace
 
@@ -75,10 +75,10 @@ WebView& AppDelegate::webViewCreateWebViewWithRequest(WebView& sender, const std
 }
 
 void AppDelegate::webViewWebContentProcessDidTerminate(WebView&) {
-    openUrlInNewWindow = false;  // the navigation that was to follow is gone with the page
+    openUrlInNewWindow = false;  // the page's pending navigation is gone
     const auto now = std::chrono::steady_clock::now();
-    lossCount = now - std::exchange(lastLoss, now) < lossMemory ? lossCount + 1 : 1;
-    if (lossCount >= greatestLossCount) {
+    crashCount = now - std::exchange(lastCrash, now) < crashInterval ? crashCount + 1 : 1;
+    if (crashCount >= crashLimit) {
         Log("The web content process has ended again. Giving up.");
         showErrorMessage(translated(texts::pageCrashed));
         return;

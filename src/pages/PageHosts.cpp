@@ -13,18 +13,18 @@ namespace vok {
 namespace {
 
 struct Scheme {
-    std::string_view beginning;
-    std::string_view ownPort;
+    std::string_view prefix;
+    std::string_view defaultPort;
 };
 
 constexpr auto schemes = std::to_array<Scheme>({{"https://", ":443"}, {"http://", ":80"}});
 
 /// `rest` is a URL without its scheme.
-std::string hostOf(const std::string& rest, std::string_view ownPort) {
-    auto host = rest.substr(0, rest.find_first_of("/\\?#"));  // the engine takes a backslash for a slash
+std::string hostOf(const std::string& rest, std::string_view defaultPort) {
+    auto host = rest.substr(0, rest.find_first_of("/\\?#"));  // the engine reads a backslash as a slash
     host.erase(0, host.rfind('@') + 1);
-    if (host.ends_with(ownPort))
-        host.resize(host.size() - ownPort.size());
+    if (host.ends_with(defaultPort))
+        host.resize(host.size() - defaultPort.size());
     return host;
 }
 
@@ -42,9 +42,9 @@ std::set<std::string> PageHostsFromString(const std::string& value) {
 
 bool IsOnPageHost(const std::string& url, const std::set<std::string>& hosts) {
     const auto lowerCase = Poco::toLower(url);
-    for (const auto& [beginning, ownPort] : schemes) {
-        if (lowerCase.starts_with(beginning))
-            return hosts.contains(hostOf(lowerCase.substr(beginning.size()), ownPort));
+    for (const auto& [prefix, defaultPort] : schemes) {
+        if (lowerCase.starts_with(prefix))
+            return hosts.contains(hostOf(lowerCase.substr(prefix.size()), defaultPort));
     }
     return true;
 }

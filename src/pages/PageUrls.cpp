@@ -11,7 +11,8 @@ namespace vok {
 
 namespace {
 
-/// The query pair of the machine's last local account; empty when there is none or the accounts are unknown.
+/// The query pair of the machine's last local account; empty when there is none or the accounts cannot be
+/// listed.
 std::string accountPair(const Machine& machine) {
     try {
         const auto users = GetLocalUsers(machine);

@@ -12,11 +12,11 @@ class Application {
 public:
     virtual ~Application() = default;
 
-    /// Ends the program, at the latest when the current callback has returned. May leave by `exit` from
-    /// within the call: then it does not return, and nothing is destroyed.
+    /// Ends the program, at the latest when the current callback has returned. May call `exit`: then it does
+    /// not return, and nothing is destroyed.
     virtual void terminate() = 0;
 
-    /// Calls `perform` once, on a later turn of the main loop and not before `seconds` have passed.
+    /// Calls `perform` once, in a later iteration of the main loop and not before `seconds` have passed.
     virtual void performAfterDelay(double seconds, std::function<void()> perform) = 0;
 };
 
@@ -32,12 +32,12 @@ public:
     virtual void applicationDidFinishLaunching() = 0;
 };
 
-/// Makes the delegate; the platform outlives what it makes.
+/// Creates the delegate. The platform outlives it.
 using ApplicationDelegateMaker = std::function<std::unique_ptr<ApplicationDelegate>(const Platform&)>;
 
 /// Runs the application until it ends and returns the exit status of the program. Builds the window with its
-/// web view, has the delegate made and calls applicationDidFinishLaunching. Defined by the linked backend.
-/// An exception of the delegate is logged, and the application continues.
+/// web view, creates the delegate and calls applicationDidFinishLaunching. An exception of the delegate is
+/// logged, and the application continues. Defined by the linked backend.
 int ApplicationMain(int argc, char* argv[], ApplicationDelegateMaker makeDelegate);
 
 }  // namespace vok

@@ -7,7 +7,7 @@
 
 namespace vok {
 
-/// One user account as the platform describes it; what it does not know is nothing.
+/// One user account. Values that the platform does not know are unset.
 struct LocalIdentity {
     bool isEnabled = false;
     bool isHidden = false;
@@ -19,12 +19,12 @@ struct LocalIdentity {
 /// Why the local identities could not be listed.
 struct LocalIdentitiesFailure {
     enum class Step {
-        authority,  ///< there is no authority to ask
-        query,      ///< the question could not be put
-        execution,  ///< the question was put and failed
+        authority,  ///< no authority is available
+        query,      ///< the query could not be created
+        execution,  ///< the query failed
     };
     Step step = Step::query;
-    std::optional<std::string> description;  ///< of a failed execution, when the platform has one
+    std::optional<std::string> description;  ///< of a failed query, if the platform has one
 };
 
 using LocalIdentities = std::variant<std::vector<LocalIdentity>, LocalIdentitiesFailure>;
@@ -47,7 +47,7 @@ public:
     /// The accounts of this machine, in the platform's order.
     virtual LocalIdentities localIdentities() const = 0;
 
-    /// Asks the system to restart. Nothing when it accepted, else a description of the failure.
+    /// Asks the system to restart. Returns nothing if it accepts, else a description of the failure.
     virtual std::optional<std::string> restart() = 0;
 };
 

@@ -11,7 +11,7 @@ class WebView;
 class Window;
 class Workspace;
 
-/// What the installer asks of the desktop it runs on. Borrowed; outlives the delegate that is made with it.
+/// What the installer needs from the desktop. Borrowed; outlives the delegate.
 struct Platform {
     Application& application;
     Window& window;

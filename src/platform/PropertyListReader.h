@@ -12,9 +12,9 @@ class PropertyListReader {
 public:
     virtual ~PropertyListReader() = default;
 
-    /// The top-level dictionary of the file at `path`; nothing when the file is missing, unreadable, no
-    /// property list or no dictionary, or holds a string that is not valid Unicode. Values that are not
-    /// strings are converted: 1 and 0 for booleans, decimal digits for numbers.
+    /// The top-level dictionary of the file at `path`; nothing when the file is missing, unreadable or not
+    /// a property list, its top level is not a dictionary, or a string in it is not valid Unicode. Values
+    /// that are not strings are converted: 1 and 0 for booleans, decimal digits for numbers.
     virtual std::optional<Dictionary> dictionaryWithContentsOfFile(const std::string& path) const = 0;
 };
 

@@ -7,7 +7,7 @@ namespace vok {
 
 /// A parsed URL.
 struct URL {
-    std::string absoluteString;        ///< the normalised text, as the web view would show it
+    std::string absoluteString;        ///< normalised as the web view does
     std::optional<std::string> query;  ///< between "?" and "#", still percent-encoded; nothing without a "?"
 };
 

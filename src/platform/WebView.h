@@ -16,11 +16,11 @@ public:
     virtual WebView& webView() = 0;
 
     /// Starts loading `url` and returns; only a load that succeeds is reported to the frame-load delegate.
-    /// A string that is no URL fails like any other load, with the error page.
+    /// An invalid URL fails like any other load, with the error page.
     virtual void loadRequest(const std::string& url) = 0;
 };
 
-/// The delegates do nothing, or allow, unless overridden.
+/// By default the delegates do nothing and allow everything.
 class WebFrameLoadDelegate {
 public:
     virtual ~WebFrameLoadDelegate() = default;
@@ -28,15 +28,15 @@ public:
     /// A load has begun in `frame`; it may still fail.
     virtual void webViewDidStartProvisionalLoadForFrame(WebView&, WebFrame&) {}
 
-    /// The page in `frame` has loaded to its end, or as far as it let itself be loaded. Never called for a
-    /// failed load, nor for the page that a backend shows in place of one.
+    /// The page in `frame` has finished loading; a response that ends early counts. Never called for a failed
+    /// load, nor for the error page.
     virtual void webViewDidFinishLoadForFrame(WebView&, WebFrame&) {}
 
-    /// The process that drew the page is gone, and the page with it. A new load starts a new process.
+    /// The web content process has ended, and the page is lost. A new load starts a new process.
     virtual void webViewWebContentProcessDidTerminate(WebView&) {}
 };
 
-/// Answers one navigation decision; exactly one call. What is not used does not load.
+/// Receives one navigation decision, by exactly one call. An ignored navigation does not load.
 class WebPolicyDecisionListener {
 public:
     virtual ~WebPolicyDecisionListener() = default;
@@ -54,16 +54,17 @@ public:
         listener.use();
     }
 
-    /// Does a page at `url` run a command when it has loaded? The view never loads such a page again by
-    /// itself, nor hands its URL to another program.
+    /// Whether a page at `url` runs a command when it has loaded. The view never reloads such a page by
+    /// itself, nor passes its URL to another program.
     virtual bool webViewIsCommandURL(const std::string& /*url*/) const { return false; }
 
-    /// May the main frame show the page at `url`, to which a load has led after all redirects? If not, the
-    /// view keeps its page and leaves the other one to the default browser; the error page takes the place of
-    /// a page that the application asked for and of one that would run a command.
+    /// Whether the main frame may show the page at `url`, asked after all redirects. If not, the current page
+    /// stays, and `url` opens in the default browser. A page that the application has requested, or that
+    /// would run a command, is replaced by the error page instead.
     virtual bool webViewMayShowPage(const std::string& /*url*/) const { return true; }
 
-    /// What the URL of the page that leads to the first installation page begins with; empty for none.
+    /// Prefix of the URL of the start page, which leads to the first installation page; empty if there is
+    /// none.
     virtual std::string webViewStartURL() const { return {}; }
 };
 
@@ -71,8 +72,8 @@ class WebUIDelegate {
 public:
     virtual ~WebUIDelegate() = default;
 
-    /// A page asks for a new window. The view returned is the one that then loads `requestURL`, asking for a
-    /// navigation decision first.
+    /// A page requests a new window. The returned view loads `requestURL`, after asking for a navigation
+    /// decision.
     virtual WebView& webViewCreateWebViewWithRequest(WebView& sender, const std::string& /*requestURL*/) {
         return sender;
     }
@@ -89,18 +90,18 @@ public:
     /// URL of the main frame, as the engine normalises it; nothing before the first load.
     virtual std::optional<std::string> mainFrameURL() const = 0;
 
-    /// Does the view close together with its window? A view that is a part of its window always does.
+    /// Whether the view closes with its window. A view that is part of its window always does.
     virtual void setShouldCloseWithWindow(bool) {}
 
-    /// Does the view load, draw and run timers at full speed while its window is hidden?
+    /// Whether the view loads, draws and runs timers at full speed while its window is hidden.
     virtual void setShouldUpdateWhileOffscreen(bool update) = 0;
 
-    /// The language that pages are asked for and see as `navigator.language`, by its BCP 47 code; by default
-    /// that of the user. A string that is no such code changes nothing. To be set before the first load.
+    /// The BCP 47 code that is sent as Accept-Language and that pages read as `navigator.language`; by
+    /// default the user's. An invalid code is ignored. To be set before the first load.
     virtual void setPreferredLanguage(const std::string& code) = 0;
 
-    /// Lets developers look into pages by the engine's inspector, and keeps no page in a cache. Does nothing
-    /// where the engine has a switch of its own. To be called before the first load.
+    /// Enables the engine's inspector and disables the page cache. Does nothing where the system has its own
+    /// setting for the inspector. To be called before the first load.
     virtual void enableDeveloperTools() {}
 
     /// The delegates are borrowed and outlive the view.

@@ -13,12 +13,12 @@ public:
     /// Opens `url` in the user's default browser and returns at once; a failure is logged, not reported.
     virtual void openURL(const std::string& url) = 0;
 
-    /// Version of a browser that is not where a Mac has it; `type` is "chrome", "firefox" or "safari".
-    /// Nothing when there is no such browser or it does not tell its version. May block for a few seconds at
-    /// the first call for a type; later calls give the same answer.
+    /// Version of a browser that is not at its macOS path; `type` is "chrome", "firefox" or "safari". Nothing
+    /// when it is not installed or prints no version. May block for a few seconds at the first call for a
+    /// type; later calls return the same.
     virtual std::optional<std::string> browserVersion(const std::string& /*type*/) { return std::nullopt; }
 
-    /// Starts a Firefox that is not where a Mac has it, and returns at once; a failure is logged, not
+    /// Starts a Firefox that is not at its macOS path, and returns at once; a failure is logged, not
     /// reported.
     virtual void openFirefox() {}
 };

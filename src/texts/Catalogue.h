@@ -10,7 +10,7 @@ struct Translation {
     std::string_view translation;
 };
 
-/// The translations into one language, as `po/` has them.
+/// The translations into one language, from `po/`.
 struct Catalogue {
     std::string_view language;  ///< name of the file in `po/`, such as "pt_BR"
     std::span<const Translation> translations;

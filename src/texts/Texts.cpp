@@ -27,7 +27,7 @@ bool isTraditionalChinese(const std::string& code) {
                        [&](const char* subtag) { return code.find(subtag) != code.npos; });
 }
 
-/// The catalogue of the language `wanted`, else one of the same language elsewhere, else none.
+/// The catalogue for the code `wanted`, else one of the same language, else null.
 const Catalogue* catalogueFor(const std::string& wanted) {
     const Catalogue* similar = nullptr;
     for (const auto& catalogue : catalogues) {

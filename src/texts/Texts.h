@@ -103,8 +103,8 @@ inline constexpr auto direction = Text("default:LTR");
 }  // namespace texts
 
 /// Sets the language of the strings by a BCP 47 code: the translation for exactly that code, else one of the
-/// same language ("de" for "de-AT"), else English. Traditional Chinese does not count as Chinese. For the
-/// whole program, on the main thread.
+/// same language ("de" for "de-AT"), else English. Traditional Chinese does not fall back to Simplified
+/// Chinese. Applies to the whole program; call it on the main thread.
 void useLanguage(std::string_view code);
 
 /// Whether `code` has only letters, digits, hyphens and underscores.

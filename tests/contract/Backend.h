@@ -10,22 +10,21 @@
 
 namespace vok::test {
 
-/// What the linked backend answers without a window, and where its answers rightly differ from the other
-/// backend's.
+/// The parts of the linked backend that need no window, and its permitted differences from the other backend.
 struct Backend {
     const Bundle& bundle;
     const PropertyListReader& propertyLists;
     const URLParser& urls;
 
-    /// Answers of `urls` that differ from the table of the tests, by the name of the row.
+    /// Results of `urls` that differ from the tests' table, by the name of the row.
     std::map<std::string, std::optional<URL>> differentURLs;
-    /// 29 February 2024, 12:00 UTC, as a property list's date is shown.
+    /// The string for 29 February 2024, 12:00 UTC, in a property list.
     std::string date;
-    /// A part of what a dictionary with the key "inner" is shown as.
+    /// A part of the string for a dictionary with the key "inner".
     std::string innerKey;
 };
 
-/// Each backend has a source file of its own that defines this.
+/// Defined in one source file for each backend.
 const Backend& backend();
 
 }  // namespace vok::test

@@ -11,7 +11,7 @@ namespace {
 struct Row {
     const char* name;
     std::string text;
-    std::optional<URL> url;  ///< nothing when the text is no URL
+    std::optional<URL> url;  ///< nothing when the text is not a URL
 
     friend void PrintTo(const Row& row, std::ostream* out) { *out << row.name; }
 };

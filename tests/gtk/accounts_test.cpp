@@ -16,7 +16,7 @@ using Step = LocalIdentitiesFailure::Step;
 using Texts = std::vector<std::string>;
 constexpr auto machineUUID = "5F0C1D9B-7E3A-4C28-9B64-2AD7C18350EF";
 
-/// A system bus of its own, at first without any service.
+/// A private system bus, at first without any service.
 class AccountsServiceTest : public testing::Test {
 protected:
     AccountsServiceTest() {

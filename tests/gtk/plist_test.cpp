@@ -17,7 +17,7 @@ std::optional<Dictionary> read(const std::string& content) {
     return PlistReader().dictionaryWithContentsOfFile(file.path());
 }
 
-// libplist aborts when it is asked for a UTF-16 string that holds one.
+// libplist aborts on reading a UTF-16 string with a zero byte.
 TEST(PlistReaderTest, RefusesZeroBytesInBinaryLists) {
     const std::unique_ptr<void, decltype(&plist_free)> root(plist_new_dict(), plist_free);
     plist_dict_set_item(root.get(), "größe", plist_new_string("Vök"));

@@ -1,4 +1,4 @@
-"""What a screen reader is told about a program, by AT-SPI: accessibility.py PROCESS [ROLE]
+"""What a screen reader gets from a program by AT-SPI: accessibility.py PROCESS [ROLE]
 
 Prints the elements of all windows of the program as JSON. With a role, it instead presses the elements of that role and
 asks for the sheet, if one is open, until it is gone. The library is used in a process of its own for each look: it does
@@ -73,4 +73,4 @@ if __name__ == "__main__":
     try:
         main(*sys.argv[1:])
     except GLib.Error:
-        pass  # a window has gone meanwhile
+        pass  # a window has closed meanwhile

@@ -1,4 +1,4 @@
-"""The installed program in a bundle of its own, with recording tools, pages and a default browser."""
+"""A copy of the installed program, with recording tools, pages and a default browser."""
 
 import contextlib
 import os
@@ -27,7 +27,7 @@ echo "$call" >>"$0.calls"
 
 
 class Installer:
-    """Everything may be changed until `start` is called, and the tools, the splash page and the answers afterwards."""
+    """Everything may be changed until `start` is called; afterwards the tools, the splash page and the answers."""
 
     def __init__(self, called="Vok Installer.app"):
         self.directory = pathlib.Path(tempfile.mkdtemp(prefix="vok-"))
@@ -70,7 +70,7 @@ class Installer:
         update_plist(self.bundle / "Contents/Info.plist", information)
 
     def tool(self, name, does=""):
-        """Makes a tool that records its call and then runs the shell commands `does`."""
+        """Creates a tool that records its call and then runs the shell commands `does`."""
         file = self.tools / name
         file.write_text(f"{RECORD}{does}\n")
         file.chmod(0o755)

@@ -93,7 +93,7 @@ class PageServer(http.server.ThreadingHTTPServer):
 
 class Request(http.server.BaseHTTPRequestHandler):
     disable_nagle_algorithm = True
-    wbufsize = -1  # an answer goes out as a whole
+    wbufsize = -1  # sends each answer at once
 
     def do_GET(self):
         answer = self.server.answer_to(self.path)

@@ -1,4 +1,4 @@
-"""Waiting for what another process does."""
+"""Waiting for other processes."""
 
 import subprocess
 import time

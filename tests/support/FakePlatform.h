@@ -18,8 +18,8 @@ namespace vok::test {
 using Events = std::vector<std::string>;
 using Languages = std::optional<std::vector<std::string>>;
 
-/// A desktop of which nothing is real, all in one object. Its answers are set by the test; what is asked of
-/// it becomes one text each in `events`, in the order in which it is asked.
+/// A fake of the whole port in one object. The test sets its answers; each call is recorded as a string in
+/// `events`, in order.
 struct FakePlatform final : Application,
                             Bundle,
                             Machine,
@@ -33,14 +33,14 @@ struct FakePlatform final : Application,
     std::string bundle = "/Apps/Vok Test.app";
     Dictionary info = {{"CFBundleVersion", "1.2.3"}};
     std::map<std::string, Dictionary> propertyLists;  ///< by path
-    std::map<std::string, URL> urls;                  ///< the URLs that are not simply taken apart
+    std::map<std::string, URL> urls;                  ///< results other than the default parsing
     std::function<Languages()> languages = [] { return Languages(); };
     std::optional<std::string> uuid = "PLATFORM-UUID";
     LocalIdentities identities;
     std::function<std::optional<std::string>()> restartFailure = [] { return std::nullopt; };
     std::optional<std::string> currentURL;
 
-    std::map<std::string, std::string> browsers;  ///< versions of the browsers of the desktop's own, by type
+    std::map<std::string, std::string> browsers;  ///< versions of the desktop's own browsers, by type
 
     Events events;
     std::function<void()> delayed;

@@ -8,13 +8,13 @@
 
 namespace vok::test {
 
-/// Takes the lines that have been logged since the last call.
+/// Returns the lines logged since the last call.
 std::vector<std::string> takeLog();
 
 /// Names a test after the `name` of its row.
 inline constexpr auto rowName = [](const auto& test) { return std::string(test.param.name); };
 
-/// Kind and message of the Exception that `action` raises; "nothing" when it raises none.
+/// Kind and message of the Exception that `action` raises, or "nothing".
 template <class Action>
 std::string failureOf(Action action) {
     try {
@@ -26,7 +26,7 @@ std::string failureOf(Action action) {
     }
 }
 
-/// The message about a key that a dictionary does not have.
+/// The error message for a key that is missing in a dictionary.
 inline std::string missing(const std::string& key) {
     return "Failed to get '" + key + "' string from dictionary (string is not found).";
 }
@@ -37,14 +37,14 @@ inline std::string commandFailed(const std::string& message) {
     return errorSheet("Failed to execute command.\n" + message);
 }
 
-/// The query of the report of `action` by InstallerTest's installer.
+/// The query of InstallerTest's report of `action`.
 inline std::string report(const std::string& action, const std::string& params = "") {
     return "pid=PID&agentId=AGENT&action=" + action + "&event=finished&result=success&" + params;
 }
 
-/// An installer on a desktop of its own, with a whole configuration.
+/// An installer with a fake platform and a complete configuration.
 struct InstallerTest : testing::Test {
-    /// Launches the installer with the configuration as it is then, and forgets what it did so far.
+    /// Launches the installer with the current configuration, and clears the events.
     void start() {
         desktop.propertyLists[desktop.bundle + "/Contents/MacOS/Tools/installer_config.plist"] = config;
         installer.applicationDidFinishLaunching();
@@ -52,7 +52,7 @@ struct InstallerTest : testing::Test {
         takeLog();
     }
 
-    /// What the installer does about a finished load of `url` in the main frame, "PID" for its identifier.
+    /// The events when `url` has loaded in the main frame, with "PID" for the run's identifier.
     Events finishLoad(const std::string& url) {
         desktop.currentURL = url;
         installer.webViewDidFinishLoadForFrame(desktop, desktop);
@@ -63,7 +63,7 @@ struct InstallerTest : testing::Test {
         return events;
     }
 
-    /// What the installer does about the command URL with `query`.
+    /// The events when the command URL with `query` has loaded.
     Events run(const std::string& query) { return finishLoad("https://pages.test/command?" + query); }
 
     /// The identifier of this run.

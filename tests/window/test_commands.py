@@ -63,7 +63,7 @@ def test_browsers_of_the_desktop_are_named_and_started(installer, server, start)
 
 
 def test_a_browser_that_env_starts_is_asked_for_its_version(installer, server, start):
-    """As a snap is; env has a version of its own."""
+    """Like a snap. env has its own --version."""
     installer.environment |= NO_BROWSERS
     installer.tool("fire fox", "echo 'Mozilla Firefox 128.0'")
     (installer.home / ".local/share/applications/firefox_firefox.desktop").write_text(

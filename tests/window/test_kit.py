@@ -118,7 +118,7 @@ def test_a_command_without_an_answer_leaves_a_way_back(installer, notes):
 
 @pytest.fixture
 def first_product(tmp_path):
-    """The pages and the configuration in docs/first-product.md; an installation ends on `seen.html`."""
+    """The pages and the configuration in docs/first-product.md; an installation ends at `seen.html`."""
     text = (SOURCE / "docs/first-product.md").read_text()
     files = dict(re.findall(r"`([\w.-]+)`[^\n]*\n\n```\w+\n(.*?)```", text, re.DOTALL))
     site, tools = tmp_path / "site", tmp_path / "product/Tools"

@@ -18,7 +18,7 @@ CREDENTIALS = "Basic " + base64.b64encode(b"user:pass word").decode()
 
 
 def start_again(installer):
-    """Chooses "Start again", the second button of the failure page, as soon as it is there."""
+    """Chooses "Start again", the second button of the error page, as soon as it is there."""
     def pressed():
         desktop.press_key("Tab")
         desktop.press_key("Return")
@@ -147,7 +147,7 @@ def test_start_again_leads_from_a_failed_page_to_the_first_page(installer, serve
 
 
 def test_what_the_splash_page_begins_later_ends_after_start_again_too(installer, server):
-    """The page asked for then fails, and redirects."""
+    """The requested page then fails, and redirects."""
     command = installer.command("uninstall", callback=None, reportUrl="r")
     installer.splash.write_text(script_page(f"setTimeout(() => location = '{server.url(command)}', 1000)"))
     server.answers["/command"] = page("command")

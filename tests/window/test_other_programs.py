@@ -1,5 +1,5 @@
-"""What is left to other programs of the desktop: addresses that the view cannot load, files, and pages of hosts that
-`pageHosts` lacks."""
+"""What opens in other programs of the desktop: URLs that the view cannot load, downloads, and pages of hosts that are
+not in `pageHosts`."""
 
 import pytest
 
@@ -139,7 +139,7 @@ def test_a_command_url_on_another_host_runs_nothing(installer, server, elsewhere
 
 @pytest.mark.parametrize("redirected", [False, True], ids=["direct", "redirected"])
 def test_a_callback_to_another_host_leads_to_the_error_page(installer, server, elsewhere, start, redirected):
-    """Without a request, which would carry the agent identifier."""
+    """Without a request, which would contain the agent identifier."""
     cancel = installer.command("cancel", callbackUrl=server.url("/back") if redirected else elsewhere("/back"))
     server.expect(cancel)
     if redirected:

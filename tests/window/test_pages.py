@@ -16,7 +16,7 @@ NO_BUS = "unix:path=/nonexistent"
     {"CFBundleIdentifier": "none"},
 ], ids=lambda way: next(iter(way)))
 def test_every_start_leads_from_the_splash_page_to_the_first_page(installer, server, way):
-    """With arguments, through a symbolic link, without message buses, with an identifier that D-Bus does not take."""
+    """With arguments, through a symbolic link, without message buses, with an identifier that D-Bus does not accept."""
     if way.get("link"):
         link = installer.directory / "link"
         link.symlink_to(installer.program)

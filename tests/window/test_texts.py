@@ -29,7 +29,7 @@ def test_the_whole_address_of_a_failed_page_can_be_copied(installer, server):
     installer.start(open_server=False)
     installer.wait_for_log("Failed to load")
     assert wait_for(lambda: not desktop.is_blank(TITLE))
-    for key in "Tab", "Tab", "Return", "Tab", "ctrl+a", "ctrl+c":  # "Start again", "Details", the address in there
+    for key in "Tab", "Tab", "Return", "Tab", "ctrl+a", "ctrl+c":  # "Start again", "Details", the address
         desktop.press_key(key)
 
     pasted = []

@@ -1,4 +1,4 @@
-"""The window, its keys, its menu, and what it takes over from the desktop."""
+"""The window, its keys, its menu, and the settings that it follows."""
 
 import contextlib
 import pathlib
@@ -51,7 +51,7 @@ def test_without_a_display_the_program_says_so_and_fails(installer):
 
 @contextlib.contextmanager
 def settings_portal(scheme):
-    """A settings portal whose preferred colour scheme is `scheme`; gives a function that changes it."""
+    """A settings portal whose preferred colour scheme is `scheme`; returns a function that changes it."""
     name, path, interface = ("org.freedesktop.portal.Desktop", "/org/freedesktop/portal/desktop",
                              "org.freedesktop.portal.Settings")
     def call(method, *arguments):

@@ -2,7 +2,6 @@
 
 #include <string>
 
-/// The content at an http address. Raises std::runtime_error with a sentence for the user when the address is
-/// none, the server does not answer in time or answers with anything but success, or the content is cut
-/// short.
+/// The content at an http URL. Raises std::runtime_error with a message for the user when the URL is invalid,
+/// the server does not answer in time or reports an error, or the content is incomplete.
 std::string download(const std::string& address);

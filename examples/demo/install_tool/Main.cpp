@@ -16,14 +16,14 @@ namespace {
 
 constexpr auto actions = std::to_array<std::string_view>({"install", "upgrade", "repair", "uninstall"});
 
-/// What went wrong, as a sentence for the user.
+/// The error message for the user.
 std::string reason(const std::exception& exception) {
     if (const auto file = dynamic_cast<const std::filesystem::filesystem_error*>(&exception))
         return file->path1().string() + " cannot be changed: " + file->code().message() + ".";
     return exception.what();
 }
 
-/// Does the work and reports its end, good or bad: the page waits for it.
+/// Runs the command and reports success or failure, for which the page waits.
 void performAndReport(const std::string& action, const Arguments& arguments) {
     const Reporter reporter(arguments.get("reportUrl"), arguments.find("pid").value_or(""),
                             arguments.find("agentId").value_or(""), action);

@@ -14,7 +14,7 @@ namespace {
 
 const std::string product(productName);
 
-/// Reports a step, then rests for a moment: the demo's files are small, and its progress is meant to be seen.
+/// Reports a step, then waits a moment, so that the progress is visible although the demo's files are small.
 void step(const Reporter& reporter, int percent, const std::string& message) {
     reporter.progress(percent, message);
     std::this_thread::sleep_for(std::chrono::milliseconds(700));
@@ -41,7 +41,7 @@ Outcome install(const std::string& action, const Arguments& arguments, const Rep
     const auto configTemplateUrl = arguments.get("configTemplateUrl");
     const auto installerUrl = arguments.get("installerUrl");
 
-    step(reporter, 5, "Looking at the target directory");
+    step(reporter, 5, "Checking the target directory");
     Product target(targetDir, action == "install");
     step(reporter, 20, "Downloading the configuration");
     const auto configTemplate = download(configTemplateUrl);

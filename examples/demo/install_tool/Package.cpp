@@ -29,7 +29,7 @@ Package readPackage(std::string content) {
     const auto isVersion = !version.empty() && version.size() <= maxVersionLength &&
                            version.find_first_not_of("0123456789.") == std::string::npos;
     if (!firstLine.starts_with(productName) || !isVersion)
-        throw std::runtime_error("What was downloaded is not a " + std::string(productName) + " package.");
+        throw std::runtime_error("The downloaded file is not a " + std::string(productName) + " package.");
     if (!content.ends_with(lastLine))
         throw std::runtime_error("The " + std::string(productName) + " package is incomplete.");
     return {version, std::move(content)};

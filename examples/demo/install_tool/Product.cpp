@@ -32,7 +32,7 @@ void writeFile(const fs::path& file, const std::string& content) {
         throw std::runtime_error("The file '" + file.string() + "' cannot be written.");
 }
 
-/// Directory of the release in use; nothing when there is none or the link leads anywhere else.
+/// Directory of the release in use; nothing when there is none, or the link has another target.
 std::optional<fs::path> currentRelease(const fs::path& targetDir) {
     std::error_code error;
     const auto name = fs::read_symlink(targetDir / currentLink, error);
@@ -41,7 +41,7 @@ std::optional<fs::path> currentRelease(const fs::path& targetDir) {
     return targetDir / name;
 }
 
-/// Removes the files of a release and its directory, unless something else was put into it.
+/// Removes the files of a release, and its directory unless it has other files.
 void removeRelease(const fs::path& release) noexcept {
     std::error_code ignored;
     for (const auto name : releaseFiles)
@@ -49,7 +49,7 @@ void removeRelease(const fs::path& release) noexcept {
     fs::remove(release, ignored);
 }
 
-/// A release that is being written; gone again unless it was kept.
+/// A release that is being written; deleted on destruction unless it was kept.
 class NewRelease {
 public:
     explicit NewRelease(const fs::path& targetDir) {
@@ -96,7 +96,7 @@ void Product::lock() {
     }
     if (flock(directory, LOCK_EX | LOCK_NB) != 0) {
         close(directory);
-        throw std::runtime_error("Another installation is at work in '" + targetDir.string() + "'.");
+        throw std::runtime_error("Another installation is running in '" + targetDir.string() + "'.");
     }
 }
 

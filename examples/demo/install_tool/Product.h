@@ -9,26 +9,26 @@
 ///     <targetDir>/current               symbolic link to the release in use
 ///     <targetDir>/release-<stamp>/      agent.txt, agent.conf, product.record
 ///
-/// A release is written completely beside the one in use and takes its place by the renaming of one link, so
-/// at every moment the directory holds the whole old product or the whole new one. What else lies in the
-/// target directory is left alone.
+/// A release is written completely beside the one in use and replaces it by renaming one link, so the
+/// directory always has the whole old product or the whole new one. Other files in the target directory are
+/// not touched.
 ///
-/// The object locks the target directory for its life; a second one raises. Operations raise
-/// std::runtime_error (std::filesystem::filesystem_error included) and leave the product as it was.
+/// The object locks the target directory for its lifetime; a second one raises. Operations raise
+/// std::runtime_error or std::filesystem::filesystem_error and then leave the product unchanged.
 class Product {
 public:
-    /// Locks the directory. With `create` it is made when it is missing, and removed again at the end when
-    /// nothing was put into it.
+    /// Locks the directory. With `create` it is created if it is missing, and removed on destruction if it is
+    /// empty.
     Product(std::filesystem::path targetDir, bool create);
     ~Product();
     Product(const Product&) = delete;
     Product& operator=(const Product&) = delete;
 
-    /// Puts a release with these contents into use and removes the one before.
+    /// Installs a release with these contents and removes the previous one.
     void replace(const std::string& agent, const std::string& configuration, const std::string& version);
 
-    /// Removes what `replace` wrote, and the target directory when it is then empty. Raises when the
-    /// directory does not hold this product.
+    /// Removes what `replace` wrote, and the target directory if it is then empty. Raises when this product
+    /// is not in the directory.
     void remove();
 
 private:

@@ -37,6 +37,6 @@ void Reporter::send(const std::string& event, const std::string& result, int per
                 uri.addQueryParameter(name, value);
         download(uri.toString());
     } catch (const std::exception& exception) {
-        logFailure(std::string("A report did not get through: ") + exception.what());
+        logFailure(std::string("A report failed: ") + exception.what());
     }
 }

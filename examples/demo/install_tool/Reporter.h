@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// Tells the installation site how the work goes: a GET of the report URL with `pid`, `agentId`, `action`,
-/// `event` and more in its query. A report that does not get through is logged and holds up nothing.
+/// Reports progress to the installation site: a GET of the report URL with `pid`, `agentId`, `action`,
+/// `event` and more in its query. A report that fails is logged and otherwise ignored.
 class Reporter {
 public:
     /// The command in lower case becomes `action`. An empty URL sends nothing.
@@ -13,7 +13,7 @@ public:
     void progress(int percent, const std::string& message) const;
     /// `event=finished`, `result=success` with the version now installed, empty for none.
     void succeeded(const std::string& message, const std::string& version) const;
-    /// `event=finished`, `result=failed` with the reason, a sentence for the user.
+    /// `event=finished`, `result=failed` with the reason for the user.
     void failed(const std::string& message) const;
 
 private:

@@ -6,8 +6,7 @@
 #include <string>
 #include <string_view>
 
-/// The record of what pages, program and install tool exchange with the site: one readable line each, on
-/// standard output. Safe to use from every server thread.
+/// Logs the requests of pages, program and install tool to standard output, one line each. Thread-safe.
 class Journal {
 public:
     /// Writes a line of the kind ("command", "callback", ...) and its text; control characters become blanks.

@@ -58,8 +58,8 @@ Options parseOptions(int argc, char** argv) {
     return options;
 }
 
-/// The signals that end the server. Blocked before the first server thread starts, so that `main` alone takes
-/// them.
+/// The signals that end the server. Blocked before the first server thread starts, so that only `main`
+/// receives them.
 sigset_t blockEndSignals() {
     std::signal(SIGPIPE, SIG_IGN);
     sigset_t signals;

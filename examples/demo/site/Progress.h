@@ -6,16 +6,16 @@
 #include <mutex>
 #include <string>
 
-/// What the install tool has reported, by job. A page names its job in the report URL that it hands out and
-/// asks for the job's progress by the same name. Safe to use from every server thread.
+/// The reports of the install tool, by job. A page puts the name of its job into the report URL, and polls
+/// the job's progress under the same name. Thread-safe.
 class Progress {
 public:
     /// Stores a report. `job` names the job; `event` is "progress" or "finished"; `percent`, `message`,
     /// `result` ("success" or "failed") and `version` are shown as they are.
     void store(const Query& report);
 
-    /// The job's last report as a JSON object, with the number of `reports` so far, which tells a report from
-    /// an equal one before it; an empty object when there is none yet.
+    /// The job's last report as a JSON object, with the number of `reports` so far, so that equal reports
+    /// differ; an empty object before the first.
     std::string toJson(const std::string& job) const;
 
 private:

@@ -5,11 +5,11 @@
 #include <utility>
 #include <vector>
 
-/// The pairs of a URL's query in the order in which they stand, names and values percent-decoded.
+/// The pairs of a URL's query in their order, with names and values percent-decoded.
 using Query = std::vector<std::pair<std::string, std::string>>;
 
-/// Takes a raw query apart. "+" stays "+"; a malformed escape leaves its text as it came; a pair without
-/// a name is dropped.
+/// Parses a raw query. "+" stays "+"; a string with a malformed escape is not decoded; a pair without a name
+/// is dropped.
 Query parseQuery(const std::string& rawQuery);
 
 /// Value of the last pair of that name, empty when there is none.

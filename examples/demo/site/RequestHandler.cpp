@@ -41,10 +41,10 @@ void RequestHandler::answer() {
         {"/walk/next", &RequestHandler::answerWalkNext, true},
         {"/walk/answer", &RequestHandler::answerWalkAnswer, true},
         {"/walk/state", &RequestHandler::answerWalkState, true},
-        {"/walk/doors", &RequestHandler::answerWalkDoors, true},
+        {"/walk/release", &RequestHandler::answerWalkRelease, true},
     });
     if (method != "GET" && method != "HEAD") {
-        sendText("Only GET is answered here.", HTTPResponse::HTTP_METHOD_NOT_ALLOWED);
+        sendText("Only GET is supported.", HTTPResponse::HTTP_METHOD_NOT_ALLOWED);
         return;
     }
     const auto route = std::ranges::find(routes, path, &Route::path);
@@ -85,8 +85,8 @@ void RequestHandler::answerFile() {
     sendFile(site.pages / "missing.html", HTTPResponse::HTTP_NOT_FOUND);
 }
 
-/// Notes what a page or package is asked for with; style and script go without a line. The program's very
-/// first request is held at the doors while pages are walked, so that the splash page can be looked at.
+/// Logs the request for a page or package, but not for styles and scripts. During a walk the first request of
+/// the program waits for the driver's release, so that the splash page stays visible for its picture.
 void RequestHandler::noteVisit() const {
     const auto name = path.substr(1);
     if (name.starts_with("payload/")) {
@@ -101,7 +101,7 @@ void RequestHandler::noteVisit() const {
     } else {
         site.journal.write(queryHas(query, "os") ? "start" : "page", name + ' ' + queryText(query));
         if (queryHas(query, "os") && site.walkScript)
-            site.walk.waitAtDoors(60s);
+            site.walk.waitForRelease(60s);
     }
 }
 
@@ -137,8 +137,8 @@ void RequestHandler::answerWalkState() {
              HTTPResponse::HTTP_OK);
 }
 
-void RequestHandler::answerWalkDoors() {
-    site.walk.openDoors();
+void RequestHandler::answerWalkRelease() {
+    site.walk.releaseFirstPage();
     sendText("", HTTPResponse::HTTP_OK);
 }
 

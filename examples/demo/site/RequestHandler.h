@@ -15,10 +15,10 @@
 ///
 /// | Path                | Answer                                                                        |
 /// |---------------------|-------------------------------------------------------------------------------|
-/// | /command            | the page that stands while the program runs the command of its query          |
+/// | /command            | the page that is shown while the program runs the command of its query        |
 /// | /report             | nothing; the install tool's report is stored under its `job`                  |
 /// | /progress           | the last report of `job` as JSON                                              |
-/// | /walk/...           | for the driver of a walk and its page script; only when pages are walked      |
+/// | /walk/...           | for the driver of a walk and its page script; only during a walk              |
 /// | anything else       | the file of that name in the pages directory                                  |
 class RequestHandler : public Poco::Net::HTTPRequestHandler {
 public:
@@ -39,7 +39,7 @@ private:
     void answerWalkNext();
     void answerWalkAnswer();
     void answerWalkState();
-    void answerWalkDoors();
+    void answerWalkRelease();
 
     void noteVisit() const;
     void sendFile(const std::filesystem::path& file, Poco::Net::HTTPResponse::HTTPStatus status);

@@ -11,7 +11,7 @@
 /// What all exchanges of one server share.
 struct Site {
     std::filesystem::path pages;                      ///< directory of the pages
-    std::optional<std::filesystem::path> walkScript;  ///< added to every page when a driver walks them
+    std::optional<std::filesystem::path> walkScript;  ///< added to every page during a walk
     Journal journal;
     Progress progress;
     WalkOrders walk;

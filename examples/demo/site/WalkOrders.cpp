@@ -42,14 +42,14 @@ std::string WalkOrders::currentPage() const {
     return shownPage;
 }
 
-void WalkOrders::waitAtDoors(std::chrono::seconds timeout) {
+void WalkOrders::waitForRelease(std::chrono::seconds timeout) {
     std::unique_lock lock(mutex);
-    changed.wait_for(lock, timeout, [&] { return closed || doorsOpen; });
+    changed.wait_for(lock, timeout, [&] { return closed || isReleased; });
 }
 
-void WalkOrders::openDoors() {
+void WalkOrders::releaseFirstPage() {
     const std::scoped_lock lock(mutex);
-    doorsOpen = true;
+    isReleased = true;
     changed.notify_all();
 }
 

@@ -1,12 +1,12 @@
-// Added to every page while a driver walks through them: obeys the driver's orders with the page's own elements.
+// Added to every page during a walk: carries out the driver's orders on the page's own elements.
 (() => {
     const token = Math.random().toString(36).slice(2);
-    const rest = milliseconds => new Promise(resolve => setTimeout(resolve, milliseconds));
+    const wait = milliseconds => new Promise(resolve => setTimeout(resolve, milliseconds));
     const url = (path, params) => path + '?' + Object.entries(params)
         .map(([name, value]) => name + '=' + encodeURIComponent(value)).join('&');
 
-    // The first such element that a user could use: there, enabled, visible and not covered. Undefined when none
-    // has come within ten seconds.
+    // The first matching element that a user could use: enabled, visible and not covered. Undefined when there is
+    // none within ten seconds.
     async function usable(selector) {
         for (let i = 0; i < 100; ++i) {
             const found = [...document.querySelectorAll(selector)].find(one => one.getClientRects().length);
@@ -18,21 +18,21 @@
                     return found;
                 }
             }
-            await rest(100);
+            await wait(100);
         }
     }
 
-    // Until what moves has come to rest, so that a picture shows the page as it stays.
+    // Waits for animations to end, so that a picture shows the final state of the page.
     async function settled() {
         const ends = document.getAnimations().filter(({effect}) => isFinite(effect.getComputedTiming().endTime));
-        await Promise.race([Promise.allSettled(ends.map(({finished}) => finished)), rest(1000)]);
-        await rest(150);
+        await Promise.race([Promise.allSettled(ends.map(({finished}) => finished)), wait(1000)]);
+        await wait(150);
     }
 
     async function obey({number, action, selector}) {
         const found = await usable(selector);
         await settled();
-        const text = found ? found.innerText.trim() : `'${selector}' is not to be used on '${location.pathname}'.`;
+        const text = found ? found.innerText.trim() : `'${selector}' cannot be used on '${location.pathname}'.`;
         await fetch(url('/walk/answer', {number, obeyed: found ? 'yes' : 'no', text}));
         if (found && action === 'click') {
             found.click();
@@ -47,7 +47,7 @@
                     await obey(order);
                 }
             } catch {
-                await rest(500);
+                await wait(500);
             }
         }
     }

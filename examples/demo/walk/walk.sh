@@ -12,7 +12,7 @@ log=$out/exchanges.log
 target=$out/target
 payload=$(dirname "${BASH_SOURCE[0]}")/../pages/payload
 pictures=0
-heard=0   # lines of the log that are accounted for
+heard=0   # lines of the log that have been matched
 matched=  # the line that was waited for last
 text=     # of the element that was clicked or read last
 
@@ -23,7 +23,7 @@ fail() {
     printf '\nExpected: %s\nSeen:     %s\n' "$1" "$2"
     if ! running; then
         wait "$program" || status=$?
-        echo "The installer has ended with $status."
+        echo "The installer has exited with $status."
     fi
     import -window root "$out/failure.png" && echo "Picture:  $out/failure.png"
     exit 1
@@ -40,7 +40,7 @@ await() {
     done
 }
 
-# hear REGEX: waits for an exchange that matches, after the one that was waited for before.
+# hear REGEX: waits for a matching exchange after the last matched one.
 hear() {
     local deadline=$((SECONDS + 30)) number
     until number=$(tail -n "+$((heard + 1))" "$log" | grep -nEm1 -- "$1"); do
@@ -52,7 +52,7 @@ hear() {
     heard=$((heard + ${number%%:*}))
 }
 
-# order ACTION PAGE [SELECTOR]: has the page that is shown click or read one of its elements, whose text is then
+# order ACTION PAGE [SELECTOR]: makes the shown page click or read one of its elements, whose text is then
 # in `text`.
 order() {
     text=$(curl --silent --show-error --fail-with-body --max-time 45 --get "$site/walk/order" \
@@ -62,7 +62,7 @@ order() {
 
 click() { order click "$@"; }
 
-# reads PAGE SELECTOR TEXT: the element's text comes to contain TEXT.
+# reads PAGE SELECTOR TEXT: waits until the element's text contains TEXT.
 reads() {
     local deadline=$((SECONDS + 30))
     order read "$1" "$2"
@@ -97,13 +97,13 @@ isInstalled() { [[ $(installedVersion) == "$1" ]]; }
 isIconic() { xprop -id "$window" WM_STATE | grep --quiet 'window state: Iconic'; }
 isNormal() { xprop -id "$window" WM_STATE | grep --quiet 'window state: Normal'; }
 polls() { curl --silent --fail --max-time 10 "$site/walk/state" | sed -n 's/^polls=//p'; }
-# The windows that the window manager looks after: the installer's, and its sheet when there is one.
+# The windows that the window manager manages: the installer's, and its sheet when there is one.
 clients() { xprop -root -notype _NET_CLIENT_LIST | grep --only-matching '0x[0-9a-f]*'; }
 findWindow() { window=$(clients | head -n 1) && [[ $window ]]; }
 hasSheet() { clients | grep --quiet --invert-match "^$window$"; }
 polledSince() { (($(polls) >= $1 + 3)); }
 
-# The page machine.html asks two things of the program, one after the other.
+# The page machine.html runs two commands, one after the other.
 hearMachine() {
     hear '^command +getstate '
     hear "^callback +action=getstate result=success .*productState=$1( |$)"
@@ -124,14 +124,14 @@ startTool() {
     hear '^page +install.html .*job='
 }
 
-# endTool WHAT: from there to the page that says so.
+# endTool WHAT: from there to the page that shows the result.
 endTool() {
     hear "^report +$1 success"
     reads install.html '#notice' 'Demo Agent'
     picture "$1-done" install.html
 }
 
-# lookAgain STATE [PICTURE]: over the last page, with a picture of it, back to the machine page.
+# lookAgain STATE [PICTURE]: through the last page, with a picture of it, back to the machine page.
 lookAgain() {
     click install.html '#continue'
     hear '^page +done.html'
@@ -147,7 +147,7 @@ trap 'kill "$program" 2>/dev/null || true' EXIT
 await 'the window of the installer opens' findWindow
 hear '^start +welcome.html agentId=[^ ]+ version=[^ ]+ os=.* lang=[^ ]+ campaign=demo channel=site'
 picture splash
-curl --silent --fail --max-time 10 "$site/walk/doors"
+curl --silent --fail --max-time 10 "$site/walk/release"
 
 step 'Welcome'
 reads welcome.html '#facts' "$(sed -E 's/.* agentId=([^ ]+) .*/\1/' <<<"$matched")"
@@ -177,7 +177,7 @@ click install.html '#hide'
 hear '^command +hide '
 hear '^callback +action=hide result=success'
 await 'the window is miniaturised' isIconic
-await 'the page goes on asking for progress in the hidden window' polledSince "$before"
+await 'the page continues to poll in the hidden window' polledSince "$before"
 hear '^report +upgrade success'
 check 'The window stayed miniaturised to the end.' isIconic
 xdotool windowactivate "$window"
@@ -215,7 +215,7 @@ picture console console.html
 step 'An unknown command'
 click console.html '#unknown'
 hear '^command +dance '
-await 'a sheet tells of the failed command' hasSheet
+await 'a sheet shows that the command failed' hasSheet
 picture sheet command
 xdotool key Return
 await 'the sheet closes with its button' eval '! hasSheet'
@@ -240,7 +240,7 @@ click cancel.html '#quit'
 hear '^command +finish '
 await 'the installer ends' eval '! running'
 wait "$program" && status=0 || status=$?
-((status == 0)) || fail 'the installer ends with 0' "it ended with $status"
-echo 'ok        The installer ended with 0.'
+((status == 0)) || fail 'the installer exits with 0' "it exited with $status"
+echo 'ok        The installer exited with 0.'
 
-printf '\nThe whole road was walked. Pictures: %s/*.png\n' "$out"
+printf '\nThe walk is complete. Pictures: %s/*.png\n' "$out"

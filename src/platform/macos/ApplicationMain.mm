@@ -3,11 +3,11 @@
 #include "foundation/Log.h"
 #include "platform/Platform.h"
 #include "platform/macos/Bridging.h"
+#include "platform/macos/CocoaCalls.h"
 #include "platform/macos/CocoaWindow.h"
 #include "platform/macos/MacMachine.h"
 #include "platform/macos/MainMenu.h"
 #include "platform/macos/Services.h"
-#include "platform/macos/Walls.h"
 #include "platform/macos/WebKitView.h"
 #include "platform/shared/CommandLine.h"
 #include "platform/shared/WindowTitle.h"
@@ -21,7 +21,7 @@
 #include <mach-o/dyld.h>
 #include <unistd.h>
 
-/// Calls a function when it is told to. The run loop keeps it until then.
+/// A function to be called by the run loop, which retains it until then.
 @interface VOKDeferredCall : NSObject
 @property(nonatomic) std::function<void()> function;
 - (void)perform;
@@ -41,7 +41,7 @@ namespace {
 
 class CocoaApplication final : public Application {
 public:
-    /// Leaves by `exit` from within this call: nothing is destroyed, and nothing may count on it.
+    /// Calls `exit`: no destructor runs.
     void terminate() override {
         callCocoa([] { [NSApp terminate:[NSApp delegate]]; });
     }
@@ -50,7 +50,7 @@ public:
         callCocoa([&] {
             VOKDeferredCall* const call = [[VOKDeferredCall alloc] init];
             call.function = std::move(perform);
-            // The default mode alone would hold the call back while a page's alert is open.
+            // The default mode alone would delay the call while a page's alert is open.
             [call performSelector:@selector(perform)
                        withObject:nil
                        afterDelay:seconds
@@ -87,7 +87,7 @@ struct Installer {
 
 }  // namespace vok
 
-/// Tells the port's delegate, which it borrows, of the application's life.
+/// Forwards the application's life cycle to the port's delegate, which is borrowed.
 @interface VOKApplicationDelegate : NSObject <NSApplicationDelegate>
 @property(nonatomic, assign) vok::ApplicationDelegate* told;
 - (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application;  // of NSApplicationDelegate
@@ -103,12 +103,12 @@ struct Installer {
     return vok::calledFromCocoa([&] { return self.told->applicationShouldTerminateAfterLastWindowClosed(); });
 }
 
-/// The program opens no files: an argument that looks like one changes nothing.
+/// The program opens no files: a file name as an argument is ignored.
 - (void)application:(NSApplication*)sender openFiles:(NSArray*)filenames {
     vok::calledFromCocoa([&] { [sender replyToOpenOrPrint:NSApplicationDelegateReplySuccess]; });
 }
 
-/// Nothing is restored; without this answer macOS 14 complains in the log at each start.
+/// Nothing is restored; without this method macOS 14 logs a warning at each start.
 - (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)application {
     return YES;
 }
@@ -135,7 +135,7 @@ struct Installer {
         self.delegate = callbacks;
     });
     if (!callbacks)
-        exit(EXIT_FAILURE);  // without a window nobody could end it
+        exit(EXIT_FAILURE);  // without a window the user could not end it
     [super finishLaunching];
 }
 
@@ -145,9 +145,9 @@ namespace vok {
 
 namespace {
 
-/// Replaces a program that was started through a symbolic link by the program at its real path: NSBundle
-/// looks for the bundle around the link and finds neither Info.plist nor Tools. Returns when there is no
-/// link, or no way to do so.
+/// If the program was started through a symbolic link, executes its real path: NSBundle would look for the
+/// bundle around the link and find neither Info.plist nor Tools. Returns when there is no link, or on
+/// failure.
 void executeRealPath(char* argv[]) {
     char path[PATH_MAX];
     char realPath[PATH_MAX];

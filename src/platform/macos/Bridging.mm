@@ -1,6 +1,6 @@
 #include "platform/macos/Bridging.h"
 
-#include "platform/macos/Walls.h"
+#include "platform/macos/CocoaCalls.h"
 
 namespace vok {
 

@@ -9,7 +9,7 @@
 
 namespace vok {
 
-/// The main window, with the page in it and at most one sheet on it. On the screen from the beginning.
+/// The main window, with the page and at most one sheet. Visible from the beginning.
 class CocoaWindow final : public Window {
 public:
     CocoaWindow(const std::string& title, NSView* page);

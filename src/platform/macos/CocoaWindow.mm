@@ -1,9 +1,9 @@
 #include "platform/macos/CocoaWindow.h"
 
 #include "platform/macos/Bridging.h"
-#include "platform/macos/Walls.h"
+#include "platform/macos/CocoaCalls.h"
 
-/// The window's delegate: when a sheet has gone, the next one has its turn.
+/// The window's delegate: shows the next sheet when one has closed.
 @interface VOKSheetObserver : NSObject <NSWindowDelegate>
 @property(nonatomic, assign) vok::CocoaWindow* owner;
 - (void)showNextSheet;
@@ -11,7 +11,7 @@
 
 @implementation VOKSheetObserver
 
-/// On a later turn of the run loop, when the window is done with the sheet that ends.
+/// In a later iteration of the run loop, when the window has finished closing the sheet.
 - (void)windowDidEndSheet:(NSNotification*)notification {
     [self performSelector:@selector(showNextSheet) withObject:nil afterDelay:0];
 }
@@ -37,7 +37,8 @@ CocoaWindow::CocoaWindow(const std::string& title, NSView* page) {
     window.delegate = sheetObserver;
     window.title = toNSString(title);
     window.contentMinSize = NSMakeSize(640, 480);
-    window.collectionBehavior = NSWindowCollectionBehaviorFullScreenNone;  // from which it cannot hide
+    window.collectionBehavior =
+        NSWindowCollectionBehaviorFullScreenNone;  // a full-screen window cannot be miniaturised
     window.contentView = page;
     window.initialFirstResponder = page;
     [window center];
@@ -64,7 +65,7 @@ void CocoaWindow::beginAlertSheet(AlertStyle style, const std::string& title,
 #pragma clang diagnostic pop
             beginSheet(toNSString(title), toNSString(defaultButton), nil, nil, window, nil, nullptr, nullptr,
                        nullptr, @"%@", toNSString(message));
-            // Else neither Quit nor a command could end the application while the sheet is open.
+            // Otherwise neither Quit nor a command could end the application while the sheet is open.
             window.attachedSheet.preventsApplicationTerminationWhenModal = NO;
         });
     });

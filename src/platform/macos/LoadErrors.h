@@ -1,15 +1,17 @@
 #pragma once
 
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 
 #import <Foundation/Foundation.h>
 
 namespace vok {
 
-/// Was the load interrupted by another one, by a decision or by a player, so that there is nothing to tell?
+/// Whether the load was interrupted by another one, by a policy decision or by a media player: not an error
+/// for the user.
 bool isInterruption(NSError* error);
 
-/// Was the load interrupted by a decision, or by an answer without a page? One case of `isInterruption`.
+/// Whether the load was interrupted by a policy decision, or by a response without a page. One case of
+/// `isInterruption`.
 bool isPolicyInterruption(NSError* error);
 
 /// Why a load failed, from the engine's error.

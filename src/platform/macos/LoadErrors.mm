@@ -11,9 +11,9 @@ namespace vok {
 
 namespace {
 
-// Of WebKitErrorDomain; the names are in no public header.
+// Of WebKitErrorDomain; not in a public header.
 constexpr NSInteger errorCannotUseRestrictedPort = 103;
-constexpr NSInteger errorPlugInWillHandleLoad = 204;  // the engine's own player takes over
+constexpr NSInteger errorPlugInWillHandleLoad = 204;  // the engine's media player takes over the load
 
 struct Row {
     NSInteger code;  ///< negative: of NSURLErrorDomain, else of WebKitErrorDomain

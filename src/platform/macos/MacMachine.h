@@ -13,7 +13,7 @@ public:
     std::optional<std::string> platformUUID() const override;
     /// The users of the local identity authority.
     LocalIdentities localIdentities() const override;
-    /// By Finder. The user may be asked first whether the installer may tell Finder to.
+    /// Asks Finder to restart. The system may ask the user to let the installer control Finder.
     std::optional<std::string> restart() override;
 };
 

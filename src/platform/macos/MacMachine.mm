@@ -2,7 +2,7 @@
 
 #include "foundation/Log.h"
 #include "platform/macos/Bridging.h"
-#include "platform/macos/Walls.h"
+#include "platform/macos/CocoaCalls.h"
 
 #include <memory>
 
@@ -20,11 +20,11 @@ struct CFReleaser {
     void operator()(CFTypeRef object) const { CFRelease(object); }
 };
 
-/// A Core Foundation object that a Create or Copy function gave; may be null.
+/// Owns a Core Foundation object from a Create or Copy function; may be null.
 template <class Ref>
 using CFOwner = std::unique_ptr<std::remove_pointer_t<Ref>, CFReleaser>;
 
-/// An object of the IOKit registry; may be null.
+/// Owns an object of the IOKit registry; may be null.
 struct IOOwner {
     explicit IOOwner(io_object_t owned) : object(owned) {}
     IOOwner(const IOOwner&) = delete;
@@ -45,11 +45,10 @@ LocalIdentitiesFailure executionFailure(CFErrorRef error) {
 
 LocalIdentity recordOf(CBIdentity* account) {
     LocalIdentity record;
-    if ([account respondsToSelector:@selector(isEnabled)])  // whatever class the system makes the account of
+    if ([account respondsToSelector:@selector(isEnabled)])  // depends on the class of the account
         record.isEnabled = [static_cast<CBUserIdentity*>(account) isEnabled];
     else
-        Log("Skipping the account '%@': it does not tell whether it is enabled.",
-            toText([account posixName]));
+        Log("Skipping the account '%@': whether it is enabled is unknown.", toText([account posixName]));
     record.isHidden = [account isHidden];
     record.UUIDString = toOptionalText([[account uniqueIdentifier] UUIDString]);
     record.fullName = toOptionalText([account fullName]);
@@ -90,7 +89,7 @@ std::optional<std::vector<std::string>> MacMachine::preferredLanguages() const {
 std::optional<std::string> MacMachine::platformUUID() const {
     return callCocoa([]() -> std::optional<std::string> {
 #pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Wdeprecated-declarations"  // kIOMainPortDefault begins with macOS 12
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"  // kIOMainPortDefault needs macOS 12
         const IOOwner entry(IORegistryEntryFromPath(kIOMasterPortDefault, "IOService:/"));
 #pragma clang diagnostic pop
         const CFOwner<CFTypeRef> property(

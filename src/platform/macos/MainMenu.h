@@ -4,7 +4,7 @@
 
 namespace vok {
 
-/// Gives the application its menus: its own with Quit, Edit, and Window. `name` is that of the application.
+/// Builds the menus of the application, whose name is `name`.
 void buildMainMenu(NSApplication* application, NSString* name);
 
 }  // namespace vok

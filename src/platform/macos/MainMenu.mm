@@ -7,8 +7,8 @@ namespace vok {
 namespace {
 
 struct Item {
-    NSString* title = nil;  ///< nil: a line between two groups
-    SEL action = nullptr;   ///< sent to the first responder that knows it
+    NSString* title = nil;  ///< nil: a separator
+    SEL action = nullptr;   ///< sent to the first responder that implements it
     NSString* key = @"";
     NSEventModifierFlags modifiers = NSEventModifierFlagCommand;
 };
@@ -64,7 +64,7 @@ void buildMainMenu(NSApplication* application, NSString* name) {
                                   {@"Zoom Out", NSSelectorFromString(@"makeTextSmaller:"), @"-"},
                                   {},
                                   {@"Reload Page", NSSelectorFromString(@"reload:"), @"r"}});
-    // On most keyboards "+" needs Shift; browsers zoom in by its key alone as well.
+    // On most keyboards "+" needs Shift; browsers also zoom in without it.
     NSMenuItem* const plainKey = [[NSMenuItem alloc] initWithTitle:@"Zoom In"
                                                             action:zoomIn
                                                      keyEquivalent:@"="];

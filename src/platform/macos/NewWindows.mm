@@ -1,11 +1,11 @@
 #include "platform/macos/NewWindows.h"
 
 #include "platform/macos/Bridging.h"
-#include "platform/macos/Walls.h"
+#include "platform/macos/CocoaCalls.h"
 
 #include <utility>
 
-/// A window without a place on the screen, and the delegate of its view, which does not retain it.
+/// A window that is never shown, and the delegate of its view, which does not retain it.
 @interface VOKNewWindow : NSObject <WebPolicyDelegate, WebUIDelegate>
 @property(nonatomic, strong) WebView* view;
 @property(nonatomic) std::function<void(VOKNewWindow*, const std::string&)> onAddress;
@@ -27,8 +27,8 @@
     return self;
 }
 
-/// Called from within a decision about the view or the end of a load, so the view is closed on a later turn
-/// of the run loop, which retains this object until then.
+/// Called from a policy decision about the view or the end of a load, so the view is closed in a later
+/// iteration of the run loop, which retains this object until then.
 - (void)end {
     self.onAddress = nullptr;
     [self performSelector:@selector(closeView) withObject:nil afterDelay:0 inModes:@[ NSRunLoopCommonModes ]];
@@ -45,7 +45,7 @@
 
 // WebPolicyDelegate
 
-/// The window may have an empty page, and no other.
+/// Allows only an empty page.
 - (void)webView:(WebView*)sender
     decidePolicyForNavigationAction:(NSDictionary*)actionInformation
                             request:(NSURLRequest*)request
@@ -65,7 +65,7 @@
 
 // WebUIDelegate
 
-/// The engine's default is a panel.
+/// By default the engine shows a panel.
 - (NSString*)webView:(WebView*)sender
     runJavaScriptTextInputPanelWithPrompt:(NSString*)prompt
                               defaultText:(NSString*)defaultText

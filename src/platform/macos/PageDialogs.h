@@ -1,18 +1,18 @@
 #pragma once
 
-#define DISABLE_LEGACY_WEBKIT_DEPRECATIONS  // the whole of WebView is deprecated, in favour of another class
+#define DISABLE_LEGACY_WEBKIT_DEPRECATIONS  // all of WebView is deprecated
 #import <WebKit/WebKit.h>
 
 namespace vok {
 
-/// Shows the alert or question of a page's script. Returns whether the user answered OK.
+/// Shows a page's alert() or confirm() in a panel. Returns whether the user chose OK.
 bool runPanel(::WebView* view, NSString* message, bool isQuestion);
 
-/// Lets the user choose files in a sheet, for a page's form.
+/// Shows a page's file chooser in a sheet.
 void chooseFiles(::WebView* view, id<WebOpenPanelResultListener> listener, bool severalFiles);
 
-/// What a menu on the page offers of the engine's items: editing, the address of a link, Reload, and the
-/// inspector if it is switched on. Going back could run a command again.
+/// The items of the context menu: editing, the address of a link, Reload, and the inspector if it is enabled.
+/// Going back could run a command again.
 NSArray* contextMenuItems(::WebView* view, NSArray* defaultItems);
 
 }  // namespace vok

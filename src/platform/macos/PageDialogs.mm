@@ -1,14 +1,14 @@
 #include "platform/macos/PageDialogs.h"
 
 #include "platform/macos/Bridging.h"
-#include "platform/macos/Walls.h"
+#include "platform/macos/CocoaCalls.h"
 #include "texts/Texts.h"
 
 namespace vok {
 
 namespace {
 
-constexpr NSInteger tagInspectElement = 2024;  // of WebMenuItemTag; the name is in no public header
+constexpr NSInteger tagInspectElement = 2024;  // of WebMenuItemTag; not in a public header
 
 bool belongsInContextMenu(NSMenuItem* item) {
     switch (item.tag) {
@@ -23,7 +23,7 @@ bool belongsInContextMenu(NSMenuItem* item) {
     }
 }
 
-/// Not the engine's own item, which would load a command URL again.
+/// Replaces the engine's own item, which would reload a command URL.
 NSMenuItem* reloadItem(::WebView* view, NSString* title) {
     NSMenuItem* const item = [[NSMenuItem alloc] initWithTitle:title
                                                         action:@selector(reload:)
@@ -41,7 +41,7 @@ bool runPanel(::WebView* view, NSString* message, bool isQuestion) {
     [alert addButtonWithTitle:toNSString(translated(texts::ok))];
     if (isQuestion)
         [alert addButtonWithTitle:toNSString(translated(texts::cancel))];
-    // Else a page could keep Quit, a command or a log-out from ending the application.
+    // Otherwise a page could keep Quit, a command or a log-out from ending the application.
     NSWindow* const panel = alert.window;
     panel.preventsApplicationTerminationWhenModal = NO;
     return [alert runModal] == NSAlertFirstButtonReturn;

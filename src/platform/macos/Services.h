@@ -7,7 +7,7 @@
 
 namespace vok {
 
-// What Foundation and AppKit answer with one call each.
+// Parts of the port that Foundation and AppKit provide directly.
 
 class MainBundle final : public Bundle {
 public:

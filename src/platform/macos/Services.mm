@@ -2,7 +2,7 @@
 
 #include "foundation/Log.h"
 #include "platform/macos/Bridging.h"
-#include "platform/macos/Walls.h"
+#include "platform/macos/CocoaCalls.h"
 
 #import <AppKit/AppKit.h>
 
@@ -10,8 +10,8 @@ namespace vok {
 
 namespace {
 
-/// The absolute string with every apostrophe of the query escaped, as the engine does for the schemes of the
-/// web (the special-query percent-encode set of the URL standard) and NSURL does not.
+/// The absolute string with every apostrophe in the query escaped. The engine does so for http and https (the
+/// special-query percent-encode set of the URL standard), NSURL does not.
 std::string asEngineWrites(NSURL* url) {
     auto text = toText(url.absoluteString);
     NSArray* const specialSchemes = @[ @"http", @"https", @"file", @"ftp", @"ws", @"wss" ];
@@ -52,7 +52,7 @@ std::optional<URL> NSURLParser::URLWithString(const std::string& text) const {
     });
 }
 
-/// Not through `calledFromCocoa`, which would log a failure to log.
+/// Does not use `calledFromCocoa`, which would log a failure to log.
 void writeLogLine(const std::string& line) noexcept {
     try {
         callCocoa([&] { NSLog(@"%@", toNSString(line)); });

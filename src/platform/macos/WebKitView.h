@@ -2,7 +2,7 @@
 
 #include "platform/WebView.h"
 #include "platform/macos/NewWindows.h"
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 
 #include <functional>
 #include <utility>
@@ -13,11 +13,11 @@ namespace vok {
 
 class Workspace;
 
-// The engine's classes bear the names of the port's interfaces.
+// The engine's classes have the same names as the port's interfaces.
 using EngineView = ::WebView;
 using EngineFrame = ::WebFrame;
 
-/// The web view by the WebView class. Keeps nothing on disk. Of its frames, the main frame alone is reported.
+/// The web view, with WebKit's WebView class. Stores nothing on disk. Reports only its main frame.
 class WebKitView final : public WebView, private WebFrame {
 public:
     /// `workspace` is borrowed. `showMessage` shows a string in a sheet on the window.
@@ -36,26 +36,26 @@ public:
     void setPolicyDelegate(WebPolicyDelegate& delegate) override;
     void setUIDelegate(WebUIDelegate& delegate) override;
 
-    /// Loads the page again by `reloadPage`, or what the error page could not load. Does nothing at a command
-    /// URL and at the start page, nor while the application loads another page. A form is not sent again.
+    /// Reloads the page with `reloadPage` or, on the error page, loads the failed URL. Does nothing at a
+    /// command URL, on the start page and while the application loads another page. A form is not sent again.
     void reload(const std::function<void()>& reloadPage);
-    /// Shows the error page in place of one that could not be loaded; nothing of its load is reported.
-    void showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
+    /// Shows the error page for a page that could not be loaded. Its load is not reported.
+    void showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
 
-    // What the engine reports of the main frame.
+    // What the engine reports about the main frame.
 
-    /// Has the application asked for the page that loads? From now on, no longer.
+    /// Whether the application has requested the current load; clears the mark.
     bool takeApplicationLoad() { return !std::exchange(requestedURL, {}).empty(); }
     void loadCommitted();
-    /// A script may have stopped the load. The start page must not stay: it gives way to the error page.
+    /// A script may have stopped the load. If the start page is still shown, the error page replaces it.
     void loadInterrupted();
-    /// Returns whether the page that has loaded is to be reported. An empty page that the engine has loaded
-    /// in place of a refused address is not, and the error page takes its place.
+    /// Returns whether the loaded page is reported. If the engine has refused a URL and loaded an empty page
+    /// instead, shows the error page and returns false.
     bool acceptsLoadedPage();
 
-    /// May the view follow a navigation to `url`? `firstURL` is where it began, before any redirect.
+    /// Returns whether the view follows a navigation to `url`. `firstURL` is the URL before any redirect.
     bool allowsNavigation(const std::string& url, NSURL* firstURL);
-    /// Hands what a page got from `url` to the default browser, and the page stays. `reason` is for a command
+    /// Opens `url` in the default browser, and the page stays. `reason` is for the error page at a command
     /// URL.
     void openInBrowser(const std::string& url, const std::string& method, const FailureReason& reason);
     EngineView* openNewWindow() { return newWindows.open(view); }
@@ -73,11 +73,11 @@ private:
     std::function<void(const std::string&)> onMessage;
     EngineView* view;
     VOKWebViewDelegate* callbacks;  ///< the engine's view does not retain it
-    id<NSObject> activity;          ///< while it lasts, the hidden program is not put to sleep
-    std::string requestedURL;       ///< asked for by `load` and not committed yet
-    NSURL* decidedURL;              ///< the same, as the engine writes it; nil until it asks for the decision
-    std::string refusedURL;         ///< in its place the engine has loaded an empty page
-    std::string tryAgainURL;        ///< what the error page offers again; empty if it does not
+    id<NSObject> activity;          ///< keeps the system from suspending the hidden program
+    std::string requestedURL;       ///< requested by `load` and not committed yet
+    NSURL* decidedURL;              ///< the same, as normalised by the engine; nil before its policy decision
+    std::string refusedURL;         ///< the engine has loaded an empty page instead
+    std::string tryAgainURL;        ///< what "Try again" loads; empty if not offered
     NewWindows newWindows;
 };
 

@@ -3,13 +3,13 @@
 #include "foundation/Log.h"
 #include "platform/Workspace.h"
 #include "platform/macos/Bridging.h"
-#include "platform/macos/Walls.h"
+#include "platform/macos/CocoaCalls.h"
 #include "platform/macos/WebViewDelegate.h"
 #include "platform/shared/NavigationDecisions.h"
 #include "platform/shared/OtherPrograms.h"
 
-/// The engine's view without its keys for the history: back at a command URL, the command would run again. A
-/// page's own history.back() and location.reload() do not come this way.
+/// The engine's view without its keys for the history: going back to a command URL would run the command
+/// again. A page's own history.back() and location.reload() do not use these methods.
 @interface VOKEngineView : WebView
 - (BOOL)goBack;
 - (BOOL)goForward;
@@ -101,8 +101,8 @@ void WebKitView::setShouldUpdateWhileOffscreen(bool update) {
     });
 }
 
-/// The engine and the network read the languages from the defaults, of which those in the argument domain
-/// come first and are not kept on disk.
+/// The engine and the network read the languages from the user defaults. The argument domain takes precedence
+/// and is not stored on disk.
 void WebKitView::setPreferredLanguage(const std::string& code) {
     if (!isLanguageCode(code))
         return;
@@ -135,14 +135,14 @@ void WebKitView::loadRequest(const std::string& url) {
     callCocoa([&] { load(url); });
 }
 
-/// A script as an address would never end to load. On the failure page a link to one would run it.
+/// A load of a javascript: URL would never finish. On the error page a link to one would run the script.
 void WebKitView::load(const std::string& url) {
     NSURL* const target = toNSURL(url);
     if (!target.scheme) {
-        showFailurePage(url, texts::addressNotSupported);
+        showErrorPage(url, texts::addressNotSupported);
     } else if ([target.scheme.lowercaseString isEqualToString:@"javascript"] ||
                !callbacks.policyDelegate->webViewMayShowPage(url)) {
-        showFailurePage(url, texts::addressNotAllowed, false);
+        showErrorPage(url, texts::addressNotAllowed, false);
     } else {
         requestedURL = url;
         decidedURL = nil;
@@ -166,16 +166,16 @@ void WebKitView::reload(const std::function<void()>& reloadPage) {
     }
 }
 
-void WebKitView::showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
+void WebKitView::showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
     Log("Failed to load '%@' (%@).", url, reason.logged);
     const auto& policy = *callbacks.policyDelegate;
     canTryAgain = canTryAgain && policy.webViewMayShowPage(url);
     tryAgainURL = canTryAgain ? url : "";
     const auto start = policy.webViewStartURL();
     const auto startAgainURL = url.starts_with(start) ? std::string() : start;
-    NSString* const page = toNSString(failurePage({url, reason, canTryAgain, startAgainURL}, logCommand()));
-    // No navigation decision is asked for an alternate page, so it does not use up that of a new window. A
-    // local page may link to any address; the start page is a local file.
+    NSString* const page = toNSString(errorPage({url, reason, canTryAgain, startAgainURL}, logCommand()));
+    // An alternate page needs no navigation decision, so it does not use up the one for a new window. A local
+    // page may link to any URL; the start page is a local file.
     NSURL* const address = toNSURL(url);
     [view.mainFrame loadAlternateHTMLString:page
                                     baseURL:toNSURL(start)
@@ -186,7 +186,7 @@ bool WebKitView::isLoadingRequest() const {
     return !requestedURL.empty() && view.mainFrame.provisionalDataSource;
 }
 
-/// The failure page is based on the URL of the start page.
+/// The base URL of the error page is the start page, too.
 bool WebKitView::showsStartPage() const {
     WebDataSource* const page = view.mainFrame.dataSource;
     return !page.unreachableURL && urlOf(page).starts_with(callbacks.policyDelegate->webViewStartURL());
@@ -197,7 +197,7 @@ void WebKitView::loadInterrupted() {
         return;
     const auto requested = std::exchange(requestedURL, {});
     if (!requested.empty() && showsStartPage())
-        showFailurePage(requested, texts::noPage);
+        showErrorPage(requested, texts::noPage);
 }
 
 void WebKitView::loadCommitted() {
@@ -210,12 +210,12 @@ void WebKitView::loadCommitted() {
 bool WebKitView::acceptsLoadedPage() {
     if (refusedURL.empty())
         return true;
-    showFailurePage(std::exchange(refusedURL, {}), texts::addressNotAllowed);
+    showErrorPage(std::exchange(refusedURL, {}), texts::addressNotAllowed);
     return false;
 }
 
-/// The start page begins nothing while the page loads that the application has asked for. The engine asks for
-/// the decision about that page before loadRequest: returns.
+/// Cancels navigation by the start page while a page loads that the application has requested. The engine
+/// asks for the decision about that page before loadRequest: returns.
 bool WebKitView::allowsNavigation(const std::string& url, NSURL* firstURL) {
     if (!decidedURL)
         decidedURL = firstURL;
@@ -227,7 +227,7 @@ bool WebKitView::allowsNavigation(const std::string& url, NSURL* firstURL) {
 void WebKitView::openInBrowser(const std::string& url, const std::string& method,
                                const FailureReason& reason) {
     if (callbacks.policyDelegate->webViewIsCommandURL(url))
-        showFailurePage(url, reason);
+        showErrorPage(url, reason);
     else if (canBrowserFetch(url, method))
         workspace.openURL(url);
     else

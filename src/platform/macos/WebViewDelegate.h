@@ -2,8 +2,8 @@
 
 #include "platform/macos/WebKitView.h"
 
-/// Tells the port's delegates what the engine says. They and the view are borrowed, and set before the engine
-/// is given this object; nothing that they throw comes back.
+/// Forwards the engine's callbacks to the port's delegates. These and the view are borrowed, and set before
+/// the engine gets this object. Their exceptions are logged.
 @interface VOKWebViewDelegate : NSObject <WebFrameLoadDelegate, WebPolicyDelegate, WebUIDelegate>
 @property(nonatomic, assign) vok::WebKitView* view;
 @property(nonatomic, assign) vok::WebFrameLoadDelegate* frameLoadDelegate;

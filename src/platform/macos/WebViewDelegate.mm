@@ -1,16 +1,16 @@
 #include "platform/macos/WebViewDelegate.h"
 
 #include "platform/macos/Bridging.h"
+#include "platform/macos/CocoaCalls.h"
 #include "platform/macos/LoadErrors.h"
 #include "platform/macos/PageDialogs.h"
-#include "platform/macos/Walls.h"
 #include "platform/shared/OtherPrograms.h"
 
 namespace vok {
 
 namespace {
 
-/// Answers with "ignore" at its end if nobody has answered before: the engine waits for an answer.
+/// Answers with "ignore" when destroyed, if there was no answer before: the engine waits for one.
 class DecisionAnswer {
 public:
     explicit DecisionAnswer(id<WebPolicyDecisionListener> asking) : listener(asking) {}
@@ -25,8 +25,8 @@ private:
     id<WebPolicyDecisionListener> listener;  ///< nil once answered
 };
 
-/// Only a page loaded in place of another one has an unreachable URL.
-bool isFailurePage(WebDataSource* source) { return source.unreachableURL != nil; }
+/// Only an alternate page has an unreachable URL.
+bool isErrorPage(WebDataSource* source) { return source.unreachableURL != nil; }
 
 bool isMain(EngineFrame* frame) { return frame == [[frame webView] mainFrame]; }
 
@@ -55,7 +55,7 @@ std::string contentDisposition(NSURLResponse* response) {
 
 - (void)webView:(WebView*)sender didStartProvisionalLoadForFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
-        if (vok::isMain(frame) && !vok::isFailurePage(frame.provisionalDataSource))
+        if (vok::isMain(frame) && !vok::isErrorPage(frame.provisionalDataSource))
             self.frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*self.view,
                                                                            self.view->mainFrame());
     });
@@ -68,7 +68,7 @@ std::string contentDisposition(NSURLResponse* response) {
     });
 }
 
-/// A new fragment commits nothing.
+/// A new fragment commits no load.
 - (void)webView:(WebView*)sender didChangeLocationWithinPageForFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
         if (vok::isMain(frame) && !frame.provisionalDataSource)
@@ -78,7 +78,7 @@ std::string contentDisposition(NSURLResponse* response) {
 
 - (void)webView:(WebView*)sender didFinishLoadForFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
-        if (!vok::isMain(frame) || vok::isFailurePage(frame.dataSource) || !self.view->acceptsLoadedPage())
+        if (!vok::isMain(frame) || vok::isErrorPage(frame.dataSource) || !self.view->acceptsLoadedPage())
             return;
         self.frameLoadDelegate->webViewDidFinishLoadForFrame(*self.view, self.view->mainFrame());
         if (!frame.provisionalDataSource)
@@ -86,8 +86,8 @@ std::string contentDisposition(NSURLResponse* response) {
     });
 }
 
-/// An HTTP error with a body is a page that loads like any other. A command that has run is not offered
-/// again.
+/// An HTTP error with a body loads like any other page. "Try again" is not offered for a command that has
+/// run.
 - (void)replaceEmptyErrorResponse:(WebDataSource*)page {
     if (page.data.length || ![page.response isKindOfClass:[NSHTTPURLResponse class]])
         return;
@@ -96,8 +96,8 @@ std::string contentDisposition(NSURLResponse* response) {
         return;
     const auto url = vok::urlOf(page.request);
     const auto meaning = vok::toText([NSHTTPURLResponse localizedStringForStatusCode:status]);
-    self.view->showFailurePage(url, {vok::texts::serverError, std::to_string(status) + " " + meaning},
-                               !self.policyDelegate->webViewIsCommandURL(url));
+    self.view->showErrorPage(url, {vok::texts::serverError, std::to_string(status) + " " + meaning},
+                             !self.policyDelegate->webViewIsCommandURL(url));
 }
 
 - (void)webView:(WebView*)sender didFailProvisionalLoadWithError:(NSError*)error forFrame:(WebFrame*)frame {
@@ -108,8 +108,8 @@ std::string contentDisposition(NSURLResponse* response) {
     [self didFail:error inFrame:frame];
 }
 
-/// An answer without a page, by status 204, leaves the page that is there. That does not do when the
-/// application has asked for another.
+/// A response without a page, such as status 204, leaves the current page. If the application has requested
+/// the load, that is an error.
 - (void)didFail:(NSError*)error inFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
         if (!vok::isMain(frame))
@@ -117,9 +117,9 @@ std::string contentDisposition(NSURLResponse* response) {
         NSString* const address = [error.userInfo objectForKey:NSURLErrorFailingURLStringErrorKey];
         const auto url = vok::toOptionalText(address).value_or("");
         if (!vok::isInterruption(error))
-            self.view->showFailurePage(url, vok::reasonOf(error));
+            self.view->showErrorPage(url, vok::reasonOf(error));
         else if (vok::isPolicyInterruption(error) && self.view->takeApplicationLoad())
-            self.view->showFailurePage(url, vok::texts::noPage);
+            self.view->showErrorPage(url, vok::texts::noPage);
         else  // the engine starts no load while it stops one
             [self performSelector:@selector(loadInterrupted)
                        withObject:nil
@@ -147,7 +147,7 @@ std::string contentDisposition(NSURLResponse* response) {
     });
 }
 
-/// In a frame of the page, what cannot be shown leaves the frame empty, and a PDF stays in it.
+/// In a subframe, a type that cannot be shown leaves the frame empty, and a PDF is shown.
 - (void)webView:(WebView*)sender
     decidePolicyForMIMEType:(NSString*)type
                     request:(NSURLRequest*)request
@@ -165,20 +165,20 @@ std::string contentDisposition(NSURLResponse* response) {
             answer.use();
             return;
         }
-        // The answer ends the load with an interruption, which would show an error page of its own.
+        // The answer interrupts the load, which would show another error page.
         const bool isApplicationLoad = isMain && self.view->takeApplicationLoad();
         answer.ignore();
         const auto reason = !mayShow      ? vok::FailureReason(vok::texts::addressNotAllowed)
                             : isSupported ? vok::FailureReason(vok::texts::isDownload)
                                           : vok::FailureReason(vok::texts::typeNotSupported, mimeType);
         if (isApplicationLoad)
-            self.view->showFailurePage(vok::urlOf(request), reason);
+            self.view->showErrorPage(vok::urlOf(request), reason);
         else if (isMain || isFile)
             self.view->openInBrowser(vok::urlOf(request), vok::toText(request.HTTPMethod), reason);
     });
 }
 
-/// For example a scheme that the engine does not load, in an address that the application has asked for.
+/// For example a scheme that the engine does not load, in a URL that the application has requested.
 - (void)webView:(WebView*)sender unableToImplementPolicyWithError:(NSError*)error frame:(WebFrame*)frame {
     [self didFail:error inFrame:frame];
 }
@@ -201,8 +201,7 @@ std::string contentDisposition(NSURLResponse* response) {
     return vok::calledFromCocoa([&] { return vok::runPanel(sender, message, true); });
 }
 
-/// Without this answer the engine would show a panel of its own, which could keep the application from
-/// ending.
+/// Without this method the engine would show its own panel, which could keep the application from ending.
 - (NSString*)webView:(WebView*)sender
     runJavaScriptTextInputPanelWithPrompt:(NSString*)prompt
                               defaultText:(NSString*)defaultText
@@ -227,7 +226,7 @@ std::string contentDisposition(NSURLResponse* response) {
     return vok::calledFromCocoa([&] { return vok::contextMenuItems(sender, defaultMenuItems); });
 }
 
-// A page's script neither resizes the window nor closes it.
+// A script can neither resize nor close the window.
 
 - (void)webView:(WebView*)sender setFrame:(NSRect)frame {
 }

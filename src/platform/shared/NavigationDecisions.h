@@ -9,14 +9,14 @@ class WebUIDelegate;
 class WebView;
 class Workspace;
 
-/// Asks `policy` about a navigation of `view` and returns whether the view follows it. An address that the
-/// view cannot load is handed to the desktop instead, unless the application has asked for it or it is a
+/// Asks `policy` about a navigation of `view` and returns whether the view follows it. A URL that the
+/// view cannot load is opened by the desktop instead, unless the application has requested it or it is a
 /// command URL: those fail in the view.
 bool allowsNavigation(WebView& view, WebPolicyDelegate& policy, Workspace& workspace, const std::string& url,
                       bool isApplicationLoad);
 
-/// Reports that a page of `sender` wants a window of its own for `url`. The view that `ui` names loads the
-/// URL if `policy` allows it.
+/// Asks `ui` for a view when a page of `sender` opens a new window for `url`. That view loads the URL if
+/// `policy` allows it.
 void requestNewWindow(WebView& sender, WebUIDelegate& ui, WebPolicyDelegate& policy, const std::string& url);
 
 }  // namespace vok

@@ -3,10 +3,10 @@
 //
 //   <script src="installer.js" data-command="command.html" data-report="report" data-progress="progress"></script>
 //
-// The three addresses are relative to this script; those above are used when an attribute is left out.
+// The three URLs are relative to this script; those above are the defaults.
 
 /**
- * The last report of the install tool as the site keeps it; empty before the first one.
+ * The last report of the install tool, as stored by the site; empty before the first one.
  * @typedef {{event?: string, result?: string, percent?: string, message?: string, version?: string}} ToolReport
  * `silent`: no change for `patience` seconds; `unreachable`: the site does not answer.
  * @typedef {'waiting' | 'working' | 'silent' | 'unreachable' | 'finished'} State
@@ -20,7 +20,7 @@ const installer = (() => {
     const reportUrl = setting('report', 'report');
     const progressUrl = setting('progress', 'progress');
 
-    // The installer hands these to the tool through a shell, which must find nothing to interpret in them.
+    // The installer passes these to the tool through a shell, which must not find special characters in them.
     const toolAddresses = ['reportUrl', 'configTemplateUrl', 'installerUrl'];
 
     /** @param {string} text */
@@ -33,7 +33,7 @@ const installer = (() => {
     }
 
     /**
-     * The values of a query. A plus sign stays one, as the installer does not escape it.
+     * The values of a query. A plus sign is not a blank, as the installer does not escape it.
      * @param {string} query
      * @returns {Record<string, string>}
      */
@@ -45,7 +45,7 @@ const installer = (() => {
     }
 
     /**
-     * The whole address of a page, relative to this one, with these values added to its query, each escaped once.
+     * The absolute URL of a page, given relative to this one, with these values added to its query, escaped once.
      * @param {string} page
      * @param {Record<string, string | undefined>} [values] those that are undefined are left out
      */
@@ -58,12 +58,12 @@ const installer = (() => {
     }
 
     /**
-     * Has the installer run a command, by way of the command page. Values whose names end in Url are addresses,
-     * relative to this page. Those that the installer ignores are for the command page:
-     * `nextUrl`, where to go when the command has no answer, and `patience`, how many seconds to wait for one.
+     * Makes the installer run a command, by navigating to the command page. Values whose names end in Url are relative
+     * to this page. The command page reads two values that the installer ignores: `nextUrl`, the next page when the
+     * command has no answer, and `patience`, how many seconds to wait for one.
      * @param {string} command
      * @param {Record<string, string | undefined>} [values] without `callbackUrl` the answer comes to this page
-     * @throws {Error} when an address for the install tool has a character that is special in a shell
+     * @throws {Error} when a URL for the install tool has a character that is special in a shell
      */
     function run(command, values = {}) {
         const page = location.origin + location.pathname;
@@ -119,7 +119,7 @@ const installer = (() => {
     }
 
     /**
-     * The JSON text at an address; undefined when the site does not answer with one.
+     * The JSON text at a URL; undefined when the site does not return one.
      * @param {string} url
      */
     async function read(url) {
@@ -136,8 +136,8 @@ const installer = (() => {
     }
 
     /**
-     * What the page at the command URL does, once it has loaded and the installer runs the command.
-     * @param {() => void} silent called when no answer has come in time: shows "try again" and a way back
+     * Waits in the page at the command URL, after it has loaded and the installer runs the command.
+     * @param {() => void} silent called when there is no answer in time; shows "Try again" and a way back
      */
     function commandPage(silent) {
         const {job, nextUrl, patience = job ? '60' : '10'} = received;
@@ -154,7 +154,7 @@ const installer = (() => {
     }
 
     /**
-     * The address if it is on this site, else the directory of the kit: a query must not say where the window goes.
+     * The URL if it is on this site, else the directory of the kit: a query must not navigate the window elsewhere.
      * @param {string | undefined} url
      */
     function ownAddress(url) {
@@ -172,7 +172,7 @@ const installer = (() => {
     return {
         /** The values of this page's query. */
         received,
-        /** What the first page was told, on every page after it: `agentId`, `version`, `os`, `lang` and more. */
+        /** The first page's values, on every page after it: `agentId`, `version`, `os`, `lang` and more. */
         told,
         /** The command that this page is the answer to, in lower case; undefined on other pages. */
         answered: received.event === 'finished' && received.pid ? received.action?.toLowerCase() : undefined,

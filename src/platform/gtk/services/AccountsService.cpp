@@ -17,8 +17,7 @@ constexpr int callTimeout = 2000;       // milliseconds
 using Step = LocalIdentitiesFailure::Step;
 using Properties = std::map<Glib::ustring, Glib::VariantBase>;
 
-/// The property, or its type's empty value when it is missing; throws std::bad_cast when it is of another
-/// type.
+/// The property, or an empty value when it is missing; throws std::bad_cast when it has another type.
 template <class Value>
 Value value(const Properties& properties, const char* name) {
     const auto property = properties.find(name);
@@ -88,7 +87,7 @@ std::optional<LocalIdentity> identity(const AccountsService& service, const Glib
         return std::nullopt;
     } catch (const Glib::Error& error) {
         if (error.matches(G_IO_ERROR, G_IO_ERROR_TIMED_OUT))
-            throw;  // one wait is enough
+            throw;  // the other accounts would time out, too
         return std::nullopt;
     }
 }
@@ -120,7 +119,8 @@ LocalIdentities accountsServiceIdentities(const std::optional<std::string>& mach
         g_dbus_error_strip_remote_error(error.gobj());
         return LocalIdentitiesFailure{Step::execution, error.what()};
     } catch (const std::bad_cast&) {
-        return LocalIdentitiesFailure{Step::execution, "AccountsService gave an answer of another type."};
+        return LocalIdentitiesFailure{Step::execution,
+                                      "AccountsService returned a value of an unexpected type."};
     }
 }
 

@@ -17,7 +17,7 @@ struct Entry {
     const char* id;
 };
 
-/// In the order in which they are looked for.
+/// In order of preference.
 constexpr auto entries = std::to_array<Entry>({
     {"firefox", "firefox-esr.desktop"},           // Debian
     {"firefox", "firefox.desktop"},               // Mozilla, Fedora
@@ -31,7 +31,7 @@ constexpr auto entries = std::to_array<Entry>({
     {"chrome", "org.chromium.Chromium.desktop"},  // flatpak
 });
 
-/// The program that the desktop entry starts. That of a snap is started by env, after variables for it.
+/// The program that the desktop entry starts. A snap's entry starts it by env, with variables before it.
 std::string programOf(const Gio::DesktopAppInfo& browser) {
     const auto words = Glib::shell_parse_argv(browser.get_commandline());
     const auto isProgram = [](const std::string& word) {
@@ -41,8 +41,8 @@ std::string programOf(const Gio::DesktopAppInfo& browser) {
     return program == words.end() ? words.at(0) : *program;
 }
 
-/// The command that prints the browser's version. A flatpak's program is flatpak itself, which gets the
-/// identifier that names the desktop entry.
+/// The command that prints the browser's version. For a flatpak it runs flatpak with the application's
+/// identifier, which is the name of the desktop entry.
 std::vector<std::string> versionCommand(const Gio::DesktopAppInfo& browser) {
     const auto program = programOf(browser);
     std::vector<std::string> command = {"timeout", "--kill-after=1", "2", program};

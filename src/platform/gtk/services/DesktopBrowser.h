@@ -7,12 +7,12 @@
 
 namespace vok {
 
-/// The desktop entry of the browser of a type, "chrome" or "firefox", as its distribution, its maker, snap or
-/// flatpak installs it; null when there is none. Chromium is taken for Chrome where that is not installed.
+/// The desktop entry of the browser `type`, "chrome" or "firefox", as installed by the distribution, the
+/// vendor, snap or flatpak; null when there is none. "chrome" is Chromium if Chrome is not installed.
 Glib::RefPtr<Gio::DesktopAppInfo> desktopBrowser(const std::string& type);
 
-/// What the browser's program prints as its version for --version, such as "128.3.0esr"; nothing when it
-/// prints none within 2 seconds.
+/// The version that the browser prints for --version, such as "128.3.0esr"; nothing when it prints none
+/// within 2 seconds.
 std::optional<std::string> versionOf(const Gio::DesktopAppInfo& browser);
 
 }  // namespace vok

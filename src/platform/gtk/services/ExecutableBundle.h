@@ -7,7 +7,7 @@ namespace vok {
 class PropertyListReader;
 
 /// The bundle around the running program: the directory above Contents/MacOS of the executable's real path,
-/// so that a symbolic link to the program finds it too.
+/// so that starting it through a symbolic link works.
 class ExecutableBundle final : public Bundle {
 public:
     explicit ExecutableBundle(const PropertyListReader& propertyLists);

@@ -22,8 +22,9 @@ using GlibText = std::unique_ptr<char, GlibFree>;
 constexpr auto flags =
     static_cast<GUriFlags>(G_URI_FLAGS_PARSE_RELAXED | G_URI_FLAGS_ENCODED | G_URI_FLAGS_SCHEME_NORMALIZE);
 
-/// GUri would decode needless escapes and refuse malformed ones; the web view leaves both as they are. So
-/// each "%" goes through it escaped.
+/// GUri would decode unnecessary escapes and reject malformed ones; the web view leaves both unchanged. So
+/// each
+/// "%" is passed to GUri escaped.
 std::string hideEscapes(const std::string& text) { return Poco::replace(text, "%", "%25"); }
 std::string showEscapes(const std::string& text) { return Poco::replace(text, "%25", "%"); }
 
@@ -36,9 +37,9 @@ std::string absoluteString(GUri* uri) {
     return showEscapes(joined.get());
 }
 
-/// g_uri_join() refuses a path that would read back as part of the host, as that of "http://h:1;v", or as a
-/// host, as that of "http:/..//h".
-bool canBeWritten(GUri* uri) {
+/// g_uri_join() rejects a path that would be parsed as part of the host, as in "http://h:1;v", or as a host,
+/// as in "http:/..//h".
+bool canBeJoined(GUri* uri) {
     const std::string_view path = g_uri_get_path(uri);
     return g_uri_get_host(uri) ? path.empty() || path.starts_with('/') : !path.starts_with("//");
 }
@@ -57,7 +58,7 @@ std::optional<URL> GlibURLParser::URLWithString(const std::string& text) const {
         return std::nullopt;
 
     const std::unique_ptr<GUri, GlibFree> uri(g_uri_parse(hidden.c_str(), flags, nullptr));
-    return URL{uri && canBeWritten(uri.get()) ? absoluteString(uri.get()) : text,
+    return URL{uri && canBeJoined(uri.get()) ? absoluteString(uri.get()) : text,
                query ? std::optional(showEscapes(query.get())) : std::nullopt};
 }
 

@@ -4,7 +4,7 @@
 
 namespace vok {
 
-/// URLs by GLib's GUri, read as leniently as the web view reads them.
+/// Parses URLs with GLib's GUri, as leniently as the web view.
 class GlibURLParser final : public URLParser {
 public:
     std::optional<URL> URLWithString(const std::string& text) const override;

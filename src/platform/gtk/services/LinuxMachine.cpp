@@ -15,7 +15,7 @@ namespace vok {
 
 namespace {
 
-/// Distinguishes this program's identifier from others derived from the machine's.
+/// Makes the derived identifier specific to this program.
 constexpr sd_id128_t productId =
     SD_ID128_MAKE(5f, 0c, 1d, 9b, 7e, 3a, 4c, 28, 9b, 64, 2a, d7, c1, 83, 50, ef);
 

@@ -4,8 +4,8 @@
 
 namespace vok {
 
-/// The machine by os-release, the locale, systemd's machine identifier, AccountsService and logind. A service
-/// that is not running gives a failure or nothing, within a few seconds.
+/// The machine as described by os-release, the locale, systemd's machine identifier, AccountsService and
+/// logind. A service that is not running results in a failure or nothing, within a few seconds.
 class LinuxMachine final : public Machine {
 public:
     std::string operatingSystemVersionString() const override;

@@ -18,7 +18,7 @@ void writeLogLine(const std::string& line) noexcept try {
     // A line that cannot be written is dropped.
 }
 
-/// syslog() uses the name that the program was started by.
+/// syslog() uses the name by which the program was started.
 std::string logCommand() { return std::string("journalctl -t ") + program_invocation_short_name; }
 
 }  // namespace vok

@@ -8,7 +8,7 @@ namespace vok {
 
 namespace {
 
-/// A main loop of its own: no other event of the program is handled in it.
+/// A main loop in a separate context, which handles no other events of the program.
 class OwnLoop {
 public:
     OwnLoop() { context->push_thread_default(); }

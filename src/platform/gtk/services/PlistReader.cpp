@@ -27,15 +27,15 @@ struct NodeFree {
 };
 using Node = std::unique_ptr<void, NodeFree>;
 
-// libplist reads nested collections by recursion and overflows the stack on some 100,000 levels.
-constexpr int greatestDepth = 1000;
-constexpr std::size_t greatestBinarySize = 65536;  // a level takes at least two bytes
-constexpr std::size_t greatestSize = std::size_t{16} * 1024 * 1024;
+// libplist reads nested collections recursively and overflows the stack at about 100,000 levels.
+constexpr int maxDepth = 1000;
+constexpr std::size_t maxBinarySize = 65536;  // a level takes at least two bytes
+constexpr std::size_t maxSize = std::size_t{16} * 1024 * 1024;
 
-/// The greatest depth of elements in `xml`.
+/// The nesting depth of the elements in `xml`.
 int depthOf(std::string_view xml) {
     int depth = 0;
-    int greatest = 0;
+    int deepest = 0;
     for (auto tag = xml.find('<'); tag != std::string_view::npos;) {
         const auto end = xml.find('>', tag);
         if (end == std::string_view::npos)
@@ -44,10 +44,10 @@ int depthOf(std::string_view xml) {
         if (kind == '/')
             --depth;
         else if (kind != '!' && kind != '?' && xml[end - 1] != '/')
-            greatest = std::max(greatest, ++depth);
+            deepest = std::max(deepest, ++depth);
         tag = xml.find('<', end);
     }
-    return greatest;
+    return deepest;
 }
 
 struct ByteOrderMark {
@@ -61,8 +61,8 @@ constexpr auto byteOrderMarks = std::to_array<ByteOrderMark>({
     {"\xFE\xFF", "UTF-16BE"},
 });
 
-/// `contents` in UTF-8 and without a byte order mark, which libplist does not know; empty when they are not
-/// in the encoding that the mark names.
+/// `contents` in UTF-8 and without a byte order mark, which libplist does not support; empty when they are
+/// not in the encoding of the mark.
 std::string withoutByteOrderMark(const std::string& contents) {
     for (const auto& [bytes, encoding] : byteOrderMarks) {
         if (!contents.starts_with(bytes))
@@ -78,11 +78,11 @@ std::string withoutByteOrderMark(const std::string& contents) {
 }
 
 Node parse(const std::string& contents) {
-    if (contents.size() > greatestSize)
+    if (contents.size() > maxSize)
         return nullptr;
     const auto size = static_cast<std::uint32_t>(contents.size());
     const bool binary = plist_is_binary(contents.data(), size);
-    if (binary ? size > greatestBinarySize : depthOf(contents) > greatestDepth)
+    if (binary ? size > maxBinarySize : depthOf(contents) > maxDepth)
         return nullptr;
     plist_t root = nullptr;
     if (binary)
@@ -121,7 +121,7 @@ std::string realText(plist_t node) {
     return text.str();
 }
 
-/// Dates, data and collections are represented by their XML.
+/// Dates, data and collections are converted to XML.
 std::string xmlText(plist_t node) {
     char* xml = nullptr;
     std::uint32_t length = 0;

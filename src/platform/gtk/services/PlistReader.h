@@ -4,7 +4,7 @@
 
 namespace vok {
 
-/// Property lists by libplist.
+/// Reads property lists with libplist.
 class PlistReader final : public PropertyListReader {
 public:
     std::optional<Dictionary> dictionaryWithContentsOfFile(const std::string& path) const override;

@@ -41,7 +41,7 @@ std::optional<std::string> UriHandlerWorkspace::browserVersion(const std::string
 void UriHandlerWorkspace::openFirefox() {
     const auto firefox = desktopBrowser("firefox");
     if (!firefox)
-        return Log("Failed to start Firefox (there is no desktop entry of it).");
+        return Log("Failed to start Firefox (it has no desktop entry).");
     try {
         firefox->launch(std::vector<Glib::RefPtr<Gio::File>>(), launchContext());
     } catch (const Glib::Error& error) {

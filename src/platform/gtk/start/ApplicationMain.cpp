@@ -16,7 +16,7 @@
 
 namespace vok {
 
-/// The order matters: what GTK and WebKitGTK read from the environment is set before GTK starts.
+/// The order matters: the environment variables of GTK and WebKitGTK must be set before GTK starts.
 int ApplicationMain(int argc, char* argv[], ApplicationDelegateMaker makeDelegate) {
     const PlistReader propertyLists;
     const auto log = std::string("journalctl -t ") + program_invocation_short_name;
@@ -28,7 +28,7 @@ int ApplicationMain(int argc, char* argv[], ApplicationDelegateMaker makeDelegat
     Renderer renderer;
     const MessageBuses buses;
     if (!gtk_init_check()) {
-        Log("The installer needs a graphical desktop: no display could be opened.");
+        Log("The installer needs a graphical desktop, but no display could be opened.");
         return 1;
     }
     Glib::add_exception_handler([] { shielded([] { throw; }); });

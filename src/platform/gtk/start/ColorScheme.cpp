@@ -10,7 +10,7 @@ constexpr auto appearance = "org.freedesktop.appearance";
 constexpr auto colorScheme = "color-scheme";
 constexpr guint32 preferDark = 1;
 
-/// `value` is the setting, in as many variants as the portal packs it.
+/// `value` is the setting, in one or more nested variants.
 void apply(Glib::VariantBase value) {
     while (value.is_of_type(Glib::VARIANT_TYPE_VARIANT))
         value = Glib::VariantBase::cast_dynamic<Glib::VariantContainerBase>(value).get_child(0);

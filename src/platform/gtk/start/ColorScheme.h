@@ -4,7 +4,7 @@
 
 namespace vok {
 
-/// Keeps toolkit and pages in the desktop's light or dark style, as the settings portal reports it. Does
+/// Makes toolkit and pages follow the desktop's light or dark style, as the settings portal reports it. Does
 /// not block; without a portal the toolkit's own theme decides.
 class ColorScheme {
 public:

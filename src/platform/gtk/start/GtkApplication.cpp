@@ -16,8 +16,8 @@ namespace vok {
 
 namespace {
 
-/// The bundle's identifier tells one product's running instance from another's, and names the icon. One that
-/// D-Bus does not accept counts as missing.
+/// The bundle's identifier, which identifies the running instance and names the icon. One that D-Bus does not
+/// accept counts as missing.
 std::string applicationId(const Bundle& bundle) {
     const auto info = bundle.infoDictionary();
     const auto identifier = info.find("CFBundleIdentifier");
@@ -48,7 +48,7 @@ void GtkApplication::performAfterDelay(double seconds, std::function<void()> per
     Glib::signal_timeout().connect_once([perform = std::move(perform)] { shielded(perform); }, interval);
 }
 
-/// The first start builds the window; each later one arrives here from its own process.
+/// The first start builds the window; later starts call this from their own process.
 void GtkApplication::onActivate() {
     if (installer)
         return bringForward();
@@ -63,8 +63,7 @@ void GtkApplication::onActivate() {
         showPages();
 }
 
-/// On Wayland the window may be hidden and shown anew. gtkmm removes a window that is hidden from the
-/// application.
+/// On Wayland the window may be hidden and shown again. gtkmm removes a hidden window from the application.
 void GtkApplication::bringForward() {
     windowRemoved.block();
     installer->present();
@@ -85,7 +84,7 @@ void GtkApplication::showPages() {
     renderer.restoreEnvironment();
 }
 
-/// The configuration, which may name another language, is not read yet.
+/// The configuration, which may select another language, is not read yet.
 void GtkApplication::showRefusal() {
     Log("%@", sandboxAdvice());
     if (const auto languages = LinuxMachine().preferredLanguages(); languages && !languages->empty())

@@ -10,13 +10,14 @@
 
 namespace vok {
 
-/// The running GTK application. A second start of the program ends at once and brings this window forward.
+/// The running GTK application. A second start brings this window forward and exits.
 class GtkApplication final : public Application {
 public:
     /// `renderer` is borrowed and outlives the application.
     GtkApplication(const Renderer& renderer, ApplicationDelegateMaker makeDelegate);
 
-    /// Runs the main loop and returns the program's exit status. GTK gets none of the program's arguments.
+    /// Runs the main loop and returns the program's exit status. The program's arguments are not passed to
+    /// GTK.
     int run();
 
     void terminate() override;
@@ -36,7 +37,7 @@ private:
     Glib::RefPtr<Gtk::Application> application;
     sigc::connection windowRemoved;
     std::unique_ptr<Installer> installer;
-    std::unique_ptr<GtkWindow> refusal;  ///< the only window where the web view cannot start
+    std::unique_ptr<GtkWindow> refusal;  ///< the only window if the web view cannot start
 };
 
 }  // namespace vok

@@ -15,7 +15,7 @@ namespace vok {
 /// Window, web view, services and the delegate that drives them.
 class Installer {
 public:
-    /// Everything but the maker is borrowed and outlives the installer.
+    /// Everything but `makeDelegate` is borrowed and outlives the installer.
     Installer(Application& application, const Bundle& bundle, const PropertyListReader& propertyLists,
               bool plainRenderer, const std::string& iconName, const ApplicationDelegateMaker& makeDelegate);
 

@@ -10,7 +10,7 @@ namespace vok {
 namespace {
 
 constexpr double zoomFactor = 1.2;
-constexpr int mostZoomSteps = 6;  // about 0.33 to 3
+constexpr int maxZoomSteps = 6;  // about 0.33 to 3
 
 struct Shortcut {
     const char* action;
@@ -34,7 +34,7 @@ void addKeyboardShortcuts(Gtk::Application& application, Gtk::ApplicationWindow&
                           const std::function<void()>& inspectPage) {
     const auto steps = std::make_shared<int>(0);
     const auto zoomTo = [steps, zoomPage = std::move(zoomPage)](int wanted) {
-        *steps = std::clamp(wanted, -mostZoomSteps, mostZoomSteps);
+        *steps = std::clamp(wanted, -maxZoomSteps, maxZoomSteps);
         zoomPage(std::pow(zoomFactor, *steps));
     };
     window.add_action("reload", reloadPage);

@@ -11,13 +11,13 @@ namespace vok {
 namespace {
 
 Glib::RefPtr<Gio::DBus::Connection> sessionBus() {
-    constexpr unsigned longestWait = 10;  // seconds
+    constexpr unsigned timeout = 10;  // seconds
     try {
-        return messageBus(Gio::DBus::BusType::SESSION, longestWait);
+        return messageBus(Gio::DBus::BusType::SESSION, timeout);
     } catch (const Glib::Error&) {
         // Keep others from waiting on a dead bus.
         setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
-        // GTK's accessibility crashes at the end of an application without it (seen with GTK 4.8).
+        // Without it, GTK's accessibility crashes when the application ends (seen with GTK 4.8).
         setenv("GTK_A11Y", "none", 0);
         return {};
     }
@@ -25,9 +25,9 @@ Glib::RefPtr<Gio::DBus::Connection> sessionBus() {
 
 /// WebKitGTK asks the system bus for real-time threads.
 Glib::RefPtr<Gio::DBus::Connection> systemBus() {
-    constexpr unsigned longestWait = 2;  // seconds
+    constexpr unsigned timeout = 2;  // seconds
     try {
-        return messageBus(Gio::DBus::BusType::SYSTEM, longestWait);
+        return messageBus(Gio::DBus::BusType::SYSTEM, timeout);
     } catch (const Gio::Error& error) {
         if (error.code() == Gio::Error::TIMED_OUT)
             setenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:", 1);
@@ -37,8 +37,9 @@ Glib::RefPtr<Gio::DBus::Connection> systemBus() {
     return {};
 }
 
-/// GLib tells the web view's network process whether there is a network. By default it asks NetworkManager,
-/// and waits forever for a system bus that does not answer; with "netlink" it asks the kernel.
+/// GLib reports to the web view's network process whether there is a network. By default it asks
+/// NetworkManager, and waits forever for a system bus that does not answer; with "netlink" it asks the
+/// kernel.
 void useKernelNetworkMonitor() { setenv("GIO_USE_NETWORK_MONITOR", "netlink", 0); }
 
 }  // namespace

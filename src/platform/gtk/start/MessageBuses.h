@@ -6,8 +6,7 @@ namespace vok {
 
 /// Connects to the session bus and the system bus before GTK and WebKitGTK do, which wait without a limit for
 /// a bus that accepts connections and does not answer. Such a bus is disabled in the environment, also for
-/// the programs that this one starts. The connections are shared with GTK as long as they are kept. To be
-/// made before GTK starts.
+/// child processes. GTK shares the connections while this object exists. To be created before GTK starts.
 class MessageBuses {
 public:
     MessageBuses();

@@ -12,7 +12,7 @@ namespace {
 
 using Variable = std::pair<const char*, const char*>;
 
-/// GTK 4.16 moved the switch. https://docs.gtk.org/gtk4/running.html
+/// GTK 4.16 moved the option. https://docs.gtk.org/gtk4/running.html
 Variable toolkitWithoutGL() {
     return gtk_get_minor_version() < 16 ? Variable("GDK_DEBUG", "gl-disable") : Variable("GDK_DISABLE", "gl");
 }
@@ -27,7 +27,7 @@ Renderer::Renderer() {
         {rendererVariable, "cairo"},
         toolkitWithoutGL(),
         {"WEBKIT_DISABLE_DMABUF_RENDERER", "1"},
-        {"WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null"},  // else the driver is loaded to ask it for one
+        {"WEBKIT_WEB_RENDER_DEVICE_FILE", "/dev/null"},  // otherwise the driver is loaded to find one
     });
     for (const auto& [name, value] : choice) {
         if (std::getenv(name))

@@ -15,7 +15,7 @@ public:
     /// Whether GTK and the web view draw without the GPU.
     bool isPlain() const { return !variables.empty(); }
 
-    /// Restores the environment, which the programs started later inherit. To be called when the first window
+    /// Restores the environment for child processes. To be called when the first window
     /// is shown and its web view has begun to load: both have read it by then.
     void restoreEnvironment() const;
 

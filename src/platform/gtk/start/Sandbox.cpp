@@ -21,7 +21,7 @@ namespace vok {
 
 namespace {
 
-/// WebKitGTK makes no sandbox where the user disables it, nor in a container.
+/// WebKitGTK uses no sandbox when the user disables it, nor in a container.
 bool webViewGoesWithout() {
     const char* const disabled = std::getenv("WEBKIT_DISABLE_SANDBOX_THIS_IS_DANGEROUS");
     return (disabled && std::string_view(disabled) != "0") || std::filesystem::exists("/run/.containerenv") ||
@@ -37,7 +37,7 @@ bool namespaceCanBeMade() {
     return child > 0 && waitpid(child, &status, 0) == child && status == 0;
 }
 
-/// A kernel setting that blocks user namespaces, the command that allows them, and the advice with it.
+/// A kernel setting that blocks user namespaces, the command that allows them, and the advice to the user.
 struct Setting {
     const char* path;
     std::string_view blockingValue;
@@ -45,7 +45,7 @@ struct Setting {
     Text advice;
 };
 
-/// Ubuntu lets every program make a namespace, but use it only with an AppArmor profile.
+/// On Ubuntu every program can create a namespace, but needs an AppArmor profile to use it.
 constexpr Setting appArmor = {"/proc/sys/kernel/apparmor_restrict_unprivileged_userns", "1",
                               "sysctl kernel.apparmor_restrict_unprivileged_userns=0", texts::allowByProfile};
 

@@ -4,11 +4,12 @@
 
 namespace vok {
 
-/// Whether this system blocks the web view's sandbox. WebKitGTK runs its processes in namespaces made by
-/// bubblewrap, and ends the program where that fails.
+/// Whether this system blocks the web view's sandbox. WebKitGTK runs its processes in namespaces that
+/// bubblewrap creates, and ends the program if that fails.
 bool sandboxForbidden();
 
-/// What the user is told then, with the setting that an administrator has to change; in the language in use.
+/// The message for the user then, with the setting that an administrator has to change; in the language in
+/// use.
 std::string sandboxAdvice();
 
 }  // namespace vok

@@ -16,7 +16,7 @@ struct GObjectUnref {
 template <class Type>
 using GObjectPtr = std::unique_ptr<Type, GObjectUnref>;
 
-/// A handler bound to a signal of a GObject; disconnects it when destroyed.
+/// Connects a handler to a signal of a GObject, and disconnects it when destroyed.
 class SignalConnection {
 public:
     SignalConnection(gpointer object, const char* signal, GCallback thunk, std::shared_ptr<void> thunkHandler)
@@ -47,8 +47,8 @@ struct SignalThunk<Result(Arguments...)> {
     }
 };
 
-/// Binds `handler` to `signal`; Signature is that of the signal without the instance and the user data, for
-/// example `void(WebKitLoadEvent)`. An exception of `handler` is logged.
+/// Connects `handler` to `signal`. Signature is that of the signal without the instance and the user data,
+/// for example `void(WebKitLoadEvent)`. An exception of `handler` is logged.
 template <class Signature>
 SignalConnection connect(gpointer instance, const char* signal,
                          typename SignalThunk<Signature>::Handler handler) {

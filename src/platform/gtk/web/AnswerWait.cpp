@@ -12,12 +12,12 @@ namespace vok {
 
 namespace {
 
-constexpr unsigned longestSilence = 60;  // seconds
+constexpr unsigned timeout = 60;  // seconds
 
 }  // namespace
 
-AnswerWait::AnswerWait(std::function<void()> silence, std::function<void()> signInCancelled)
-    : onSilence(std::move(silence)), onSignInCancelled(std::move(signInCancelled)) {}
+AnswerWait::AnswerWait(std::function<void()> timedOut, std::function<void()> signInCancelled)
+    : onTimeout(std::move(timedOut)), onSignInCancelled(std::move(signInCancelled)) {}
 
 AnswerWait::~AnswerWait() { end(); }
 
@@ -25,10 +25,10 @@ void AnswerWait::start() {
     end();
     timer = Glib::signal_timeout().connect_seconds(
         [this] {
-            shielded(onSilence);
+            shielded(onTimeout);
             return false;
         },
-        longestSilence);
+        timeout);
 }
 
 void AnswerWait::end() {
@@ -37,7 +37,7 @@ void AnswerWait::end() {
 }
 
 std::optional<Alert> AnswerWait::signIn(WebKitAuthenticationRequest* request) {
-    // The sheet may outlive this object: then the slot does nothing.
+    // If the sheet outlives this object, the slot does nothing.
     const sigc::slot<void(bool)> onEnd = sigc::bind(sigc::mem_fun(*this, &AnswerWait::onSignInEnd), request);
     auto sheet = signInAlert(request, onEnd);
     if (sheet && timer.connected()) {

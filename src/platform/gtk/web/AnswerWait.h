@@ -12,31 +12,32 @@
 
 namespace vok {
 
-/// The wait of a load for its server's answer: at most a minute, which WebKitGTK does not limit, but as long
-/// as the user needs to sign in.
+/// Limits the time that a load waits for its server's answer to a minute, since WebKitGTK has no limit. The
+/// time in which the user signs in does not count.
 class AnswerWait : public sigc::trackable {
 public:
-    /// `onSilence` is called when no answer came within a minute of `start`, and `onSignInCancelled` when the
-    /// user does not sign in.
-    AnswerWait(std::function<void()> onSilence, std::function<void()> onSignInCancelled);
+    /// `onTimeout` is called when there is no answer within a minute of `start`, and `onSignInCancelled` when
+    /// the user does not sign in.
+    AnswerWait(std::function<void()> onTimeout, std::function<void()> onSignInCancelled);
     ~AnswerWait();
     AnswerWait(const AnswerWait&) = delete;
     AnswerWait& operator=(const AnswerWait&) = delete;
 
-    /// Begins to wait, or begins anew.
+    /// Starts or restarts the wait.
     void start();
     void end();
 
-    /// The sheet for `request`; nothing if it does not ask for a password. The minute begins anew after it.
+    /// The sheet for `request`; nothing if it does not ask for a password. The wait restarts after it.
     std::optional<Alert> signIn(WebKitAuthenticationRequest* request);
 
 private:
     void onSignInEnd(bool agreed, WebKitAuthenticationRequest* request);
 
-    std::function<void()> onSilence;
+    std::function<void()> onTimeout;
     std::function<void()> onSignInCancelled;
     sigc::connection timer;
-    GObjectPtr<WebKitAuthenticationRequest> openRequest;  ///< that of the load, not of a part of its page
+    GObjectPtr<WebKitAuthenticationRequest>
+        openRequest;  ///< of the load itself, not of a resource of its page
 };
 
 }  // namespace vok

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 
 #include <webkit/webkit.h>
 
@@ -8,7 +8,7 @@
 
 namespace vok {
 
-/// Calls `tell` with address and reason, a little later, if the page that `view` has just loaded is an HTTP
+/// Calls `tell` with URL and reason, a little later, if the page that `view` has just loaded is an HTTP
 /// error, such as 404, with an empty body, and no other load has begun.
 void findEmptyErrorResponse(WebKitWebView* view,
                             std::function<void(const char* url, const FailureReason&)> tell);

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 
 #include <glib.h>
 
 namespace vok {
 
-/// Was the load interrupted by another one or by a decision, so that there is nothing to tell?
+/// Whether the load was interrupted by another one or by a policy decision: not an error for the user.
 bool isInterruption(const GError& error);
 
 /// Why a load failed, from WebKitGTK's error.

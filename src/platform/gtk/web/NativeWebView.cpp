@@ -5,7 +5,7 @@
 #include "platform/gtk/web/EmptyErrorResponse.h"
 #include "platform/gtk/web/LoadErrors.h"
 #include "platform/gtk/web/PageDialogs.h"
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 
 #include <Poco/String.h>
 
@@ -26,10 +26,10 @@ const std::string script = "javascript:";
 
 NativeWebView::NativeWebView(NativeWebViewOwner& viewOwner, const WebKitSession& session)
     : owner(viewOwner), view(session.makeView()),
-      answerWait([this] { showFailurePage(loadingURL(), texts::noAnswer); },
-                 [this] { showFailurePage(loadingURL(), texts::passwordRequired); }),
+      answerWait([this] { showErrorPage(loadingURL(), texts::noAnswer); },
+                 [this] { showErrorPage(loadingURL(), texts::passwordRequired); }),
       refusedLinks(view.get(),
-                   [this](const std::string& url) { showFailurePage(url, texts::addressNotAllowed); }) {
+                   [this](const std::string& url) { showErrorPage(url, texts::addressNotAllowed); }) {
     bindSignals();
 }
 
@@ -45,7 +45,7 @@ void NativeWebView::bindSignals() {
         view.get(), "load-failed-with-tls-errors",
         [this](const char* url, GTlsCertificate*, GTlsCertificateFlags) {
             currentLoad = Load::failed;
-            showFailurePage(url, texts::certificateNotTrusted);
+            showErrorPage(url, texts::certificateNotTrusted);
             return true;
         }));
     connections.push_back(connect<gboolean(WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
@@ -77,7 +77,8 @@ void NativeWebView::bindSignals() {
         }));
 }
 
-/// A script, even an empty one, needs the process; WebKitGTK has no other way to ask for it without a load.
+/// Running a script, even an empty one, starts the process; WebKitGTK has no other way to do so without a
+/// load.
 void NativeWebView::warmUp() {
     webkit_web_view_evaluate_javascript(view.get(), "", 0, nullptr, nullptr, nullptr, nullptr, nullptr);
 }
@@ -94,9 +95,9 @@ std::optional<std::string> NativeWebView::url() const {
 }
 
 void NativeWebView::load(const std::string& url) {
-    // A script as an address would never end to load. On the failure page a link to one would run it.
+    // A load of a javascript: URL would never finish. On the error page a link to one would run it.
     if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0 || !owner.mayShowPage(url)) {
-        showFailurePage(withoutZeroBytes(url), texts::addressNotAllowed, false);
+        showErrorPage(withoutZeroBytes(url), texts::addressNotAllowed, false);
         return;
     }
     requestedURL = url;
@@ -107,7 +108,7 @@ void NativeWebView::stop() {
     answerWait.end();
     currentLoad = Load::failed;
     requestedURL.clear();
-    failurePageRequested = false;
+    errorPageRequested = false;
     failedLoad.reset();
     webkit_web_view_stop_loading(view.get());
 }
@@ -139,7 +140,7 @@ void NativeWebView::inspect() {
 
 void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
-        currentLoad = std::exchange(failurePageRequested, false) ? Load::failurePage : Load::page;
+        currentLoad = std::exchange(errorPageRequested, false) ? Load::errorPage : Load::page;
         answerWait.start();
         if (currentLoad == Load::page)
             owner.loadStarted(*this);
@@ -153,15 +154,15 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
     }
 }
 
-/// An HTTP error with a body is a page that loads like any other.
+/// An HTTP error with a body loads like any other page.
 void NativeWebView::replaceEmptyErrorResponse() {
     if (requestedURL.empty())
         findEmptyErrorResponse(view.get(), [this](const char* url, const FailureReason& reason) {
-            showFailurePage(url, reason, !owner.isCommandURL(url));
+            showErrorPage(url, reason, !owner.isCommandURL(url));
         });
 }
 
-/// An address that WebKitGTK refuses to ask for, such as one with a blocked port, turns into an empty page.
+/// A URL that WebKitGTK refuses to request, such as one with a restricted port, becomes an empty page.
 void NativeWebView::onCommitted() {
     answerWait.end();
     newWindows.closeAll();
@@ -171,13 +172,13 @@ void NativeWebView::onCommitted() {
     showsStartPage = currentLoad == Load::page && url().value_or("").starts_with(owner.startURL());
     if (currentLoad == Load::page && url() == blankPage && !requested.empty() && requested != blankPage) {
         currentLoad = Load::failed;
-        showFailurePage(requested, texts::addressNotAllowed);
+        showErrorPage(requested, texts::addressNotAllowed);
     } else {
         owner.loadCommitted(*this);
     }
 }
 
-/// Until a load that a page has begun commits, webkit_web_view_get_uri() gives the address of that page.
+/// Until a load started by a page commits, webkit_web_view_get_uri() returns the URL of that page.
 std::string NativeWebView::loadingURL() const {
     WebKitWebResource* const page = webkit_web_view_get_main_resource(view.get());
     return page ? webkit_web_resource_get_uri(page) : requestedURL;
@@ -191,27 +192,27 @@ bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
     return true;
 }
 
-/// An answer without a page, by status 204, leaves the page that is there. That does not do when the
-/// application has asked for another.
+/// A response without a page, such as status 204, leaves the current page. If the application has requested
+/// the load, that is an error.
 void NativeWebView::onLoadFailed(const char* url, const GError& error) {
     answerWait.end();
-    if (std::exchange(currentLoad, Load::failed) == Load::failed || failurePageRequested)
+    if (std::exchange(currentLoad, Load::failed) == Load::failed || errorPageRequested)
         return;
     if (!isInterruption(error))
-        showFailurePage(url, reasonOf(error));
+        showErrorPage(url, reasonOf(error));
     else if (error.domain == WEBKIT_POLICY_ERROR && !requestedURL.empty())
-        showFailurePage(url, texts::noPage);
+        showErrorPage(url, texts::noPage);
 }
 
-void NativeWebView::showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
+void NativeWebView::showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
     Log("Failed to load '%@' (%@).", url, reason.logged);
     const auto start = owner.startURL();
     failedLoad = FailedLoad{url, reason, canTryAgain && owner.mayShowPage(url),
                             url.starts_with(start) ? std::string() : start};
-    failurePageRequested = true;
-    // A local page may link to any address; the start page is a local file.
-    webkit_web_view_load_alternate_html(view.get(), failurePage(*failedLoad, logCommand()).c_str(),
-                                        url.c_str(), start.c_str());
+    errorPageRequested = true;
+    // A local page may link to any URL; the start page is a local file.
+    webkit_web_view_load_alternate_html(view.get(), errorPage(*failedLoad, logCommand()).c_str(), url.c_str(),
+                                        start.c_str());
 }
 
 void NativeWebView::askBeforeClosing(std::function<void()> close) {
@@ -221,7 +222,7 @@ void NativeWebView::askBeforeClosing(std::function<void()> close) {
         close();
 }
 
-/// A page is left without a question, unless its window closes.
+/// Navigation asks no question; only closing the window does.
 void NativeWebView::onScriptDialog(WebKitScriptDialog* dialog) {
     const bool isObjection =
         webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM;
@@ -235,7 +236,7 @@ void NativeWebView::onProcessTerminated() {
     answerWait.end();
     closing.closeIfAsked();
     currentLoad = Load::failed;
-    failurePageRequested = false;
+    errorPageRequested = false;
     owner.processTerminated(*this);
 }
 

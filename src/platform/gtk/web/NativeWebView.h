@@ -8,7 +8,7 @@
 #include "platform/gtk/web/RefusedLinks.h"
 #include "platform/gtk/web/WebKitSession.h"
 #include "platform/gtk/window/Alert.h"
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 
 #include <gtkmm/widget.h>
 
@@ -18,34 +18,35 @@ namespace vok {
 
 class NativeWebView;
 
-/// Hears what happens in a native web view, and keeps the view until it has returned.
+/// Gets the events of a native web view. The view must exist until each call has returned.
 class NativeWebViewOwner {
 public:
     virtual ~NativeWebViewOwner() = default;
 
     /// A load has begun.
     virtual void loadStarted(NativeWebView& view) = 0;
-    /// Another page takes the place of the one before; it may be the page that says that a load has failed.
+    /// A new page replaces the current one; it may be the error page.
     virtual void loadCommitted(NativeWebView& view) = 0;
-    /// A load has ended well.
+    /// A load has succeeded.
     virtual void loadFinished(NativeWebView& view) = 0;
     virtual void loadProgressed(double progress) = 0;
     virtual void processTerminated(NativeWebView& view) = 0;
-    /// As the policy delegate has it.
+    /// The policy delegate's answers.
     virtual bool isCommandURL(const std::string& url) const = 0;
     virtual bool mayShowPage(const std::string& url) const = 0;
     virtual std::string startURL() const = 0;
-    /// Does the view follow the navigation? An address for another program has been opened there if not.
+    /// Returns whether the view follows the navigation. Otherwise a URL for another program has been opened
+    /// there.
     virtual bool allowsNavigation(const std::string& url, bool isApplicationLoad) = 0;
-    /// A window that a page has opened gets its first address; the view itself shows no other window.
+    /// A window that a page has opened gets its first URL; the view shows no second window.
     virtual void newWindowRequested(const std::string& requestURL) = 0;
-    /// An address for another program of the desktop.
+    /// A URL for another program of the desktop.
     virtual void openElsewhere(const std::string& url) = 0;
-    /// Something is to be said to the user, or asked.
+    /// A message or question for the user.
     virtual void alertRequested(Alert alert) = 0;
 };
 
-/// One WebKitWebView: its loads, and the page that stands in for one that failed.
+/// One WebKitWebView: its loads, and the error page for a failed one.
 class NativeWebView {
 public:
     /// `owner` is borrowed and outlives the view.
@@ -55,19 +56,19 @@ public:
 
     void setZoomLevel(double level) { webkit_web_view_set_zoom_level(view.get(), level); }
 
-    /// Starts the process that draws the pages, before there is anything to load.
+    /// Starts the web content process before the first load.
     void warmUp();
 
     /// Adopts `other`'s back/forward list.
     void takeHistoryOf(const NativeWebView& other);
 
     void load(const std::string& url);
-    /// Ends a load that is under way; nothing more of it is reported.
+    /// Stops the current load, and reports nothing more about it.
     void stop();
     bool isLoading() const { return currentLoad == Load::page; }
 
-    /// Loads the page again, or what the failure page could not load. Does nothing at a command URL and at
-    /// the start page, nor while the application loads another page. A form is not sent again.
+    /// Reloads the page or, on the error page, the failed URL. Does nothing at a command URL, on the start
+    /// page and while the application loads another page. A form is not sent again.
     void reload();
 
     /// URL of the page, or of the one that the application loads; nothing before the first load.
@@ -78,33 +79,32 @@ public:
 
     bool is(WebKitWebView* other) const { return view.get() == other; }
 
-    /// Opens a file, or a page that this view may not show, in the default browser, or tells that it cannot
-    /// be opened; `reason` is that of the failure page for a command URL.
+    /// Opens a file, or a page that this view may not show, in the default browser, or shows a message that
+    /// it cannot be opened; `reason` is for the error page at a command URL.
     void openInBrowser(const std::string& url, WebKitURIRequest* request, const FailureReason& reason);
 
-    /// Calls `close`, now or later, unless the page that is there objects to the closing of its window and
-    /// the user agrees with it. Only a page of the web may object.
+    /// Calls `close`, now or later, unless the page's beforeunload handler objects and the user stays. Only a
+    /// page of the web may object.
     void askBeforeClosing(std::function<void()> close);
 
-    /// Shows in place of the page at `url` that it could not be loaded, and why. A page that this view may
-    /// not show is never offered again.
-    void showFailurePage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
-    /// The same, a little later, if the page that has loaded is an HTTP error with an empty body. A command
-    /// that it has run is not offered again.
+    /// Shows the error page for `url`. A page that this view may not show is never offered again.
+    void showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
+    /// Shows the error page, a little later, if the loaded page is an HTTP error with an empty body. A
+    /// command that has run is not offered again.
     void replaceEmptyErrorResponse();
 
 private:
-    /// What the latest load of the main frame is.
+    /// The state of the latest load of the main frame.
     enum class Load {
-        none,         ///< finished, or not begun
-        page,         ///< under way, and worth reporting
-        failed,       ///< failed or interrupted; WebKitGTK still says that it finished
-        failurePage,  ///< our own page in place of a failed one; nothing of it is reported
+        none,       ///< finished, or not begun
+        page,       ///< in progress, and reported
+        failed,     ///< failed or interrupted; WebKitGTK still reports that it finished
+        errorPage,  ///< the error page; not reported
     };
 
     void bindSignals();
     void onLoadChanged(WebKitLoadEvent event);
-    /// URL of the load under way.
+    /// URL of the load in progress.
     std::string loadingURL() const;
     bool canReload() const;
     bool onAuthenticate(WebKitAuthenticationRequest* request);
@@ -113,7 +113,7 @@ private:
     bool onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     void onNavigation(WebKitNavigationPolicyDecision* decision);
     bool onResponse(WebKitResponsePolicyDecision* decision);
-    /// Nothing if the answer of the main frame is a page that belongs here.
+    /// Nothing if the response is a page that this view may show.
     std::optional<FailureReason> reasonNotToShow(const std::string& url,
                                                  WebKitResponsePolicyDecision* decision) const;
     void onScriptDialog(WebKitScriptDialog* dialog);
@@ -122,11 +122,11 @@ private:
     NativeWebViewOwner& owner;
     GObjectPtr<WebKitWebView> view;
     Load currentLoad = Load::none;
-    std::string requestedURL;              ///< asked for by `load` and not committed yet
-    bool showsStartPage = false;           ///< the page that is there is the start page
-    bool failurePageRequested = false;     ///< the next load to start is our own page
-    bool reloadRequested = false;          ///< the next decision about a reload is about that of `reload`
-    std::optional<FailedLoad> failedLoad;  ///< what the failure page is about, while it is there
+    std::string requestedURL;              ///< requested by `load` and not committed yet
+    bool showsStartPage = false;           ///< the current page is the start page
+    bool errorPageRequested = false;       ///< the next load is the error page
+    bool reloadRequested = false;          ///< the next reload decision belongs to `reload`
+    std::optional<FailedLoad> failedLoad;  ///< the load that the error page shows, while it is shown
     AnswerWait answerWait;
     GObjectPtr<GSimpleAction> reloadAction{g_simple_action_new("reload", nullptr)};
     RefusedLinks refusedLinks;

@@ -31,7 +31,7 @@ public:
                 return type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION &&
                        refuse(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
             }));
-        // A dialog of a page that nobody sees is closed without an answer.
+        // A dialog of a page that is never shown is closed without an answer.
         connections.push_back(connect<gboolean(WebKitScriptDialog*)>(
             view.get(), "script-dialog", [](WebKitScriptDialog*) { return true; }));
     }
@@ -40,7 +40,7 @@ public:
     bool hasEnded() const { return !onAddress; }
 
 private:
-    /// No for an empty page, which the window may have.
+    /// False for an empty page, which the window may have.
     bool refuse(WebKitNavigationPolicyDecision* decision) {
         const std::string url = webkit_uri_request_get_uri(webkit_navigation_action_get_request(
             webkit_navigation_policy_decision_get_navigation_action(decision)));
@@ -69,7 +69,7 @@ GtkWidget* NewWindows::open(WebKitWebView* opener) {
 
 void NewWindows::closeAll() { windows.clear(); }
 
-/// The window asks for the decision right now, so it is destroyed later.
+/// Called from the window's own policy decision, so it is destroyed later.
 void NewWindows::report(const std::string& url) {
     cleanUp = Glib::signal_idle().connect([this] {
         windows.remove_if([](const NewWindow& window) { return window.hasEnded(); });

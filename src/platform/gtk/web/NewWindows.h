@@ -11,21 +11,21 @@ namespace vok {
 
 class NewWindow;
 
-/// The windows that a page has opened. None is ever shown or loads anything: a script may hold one until the
-/// window gets an address, which is reported and refused, and which ends the window.
+/// The windows that a page has opened. They are never shown and load nothing: when a script sets the URL of
+/// one, it is reported and refused, and the window is closed.
 class NewWindows {
 public:
-    /// `onAddress` is called with the first address of each window that is not that of an empty page.
+    /// `onAddress` is called with the first URL of each window other than about:blank.
     explicit NewWindows(std::function<void(const std::string& url)> onAddress);
     ~NewWindows();
     NewWindows(const NewWindows&) = delete;
     NewWindows& operator=(const NewWindows&) = delete;
 
-    /// A window for a page in `opener`; null, which refuses the window, while a page holds too many.
+    /// A window for a page in `opener`; null, which refuses the window, while there are too many.
     /// Borrowed, for WebKitGTK's "create" signal.
     GtkWidget* open(WebKitWebView* opener);
 
-    /// Ends all windows: the page that opened them is gone.
+    /// Closes all windows, when the page that opened them is gone.
     void closeAll();
 
 private:

@@ -8,7 +8,7 @@ namespace vok {
 
 namespace {
 
-constexpr unsigned longestWait = 3;  // seconds
+constexpr unsigned timeout = 3;  // seconds
 
 }  // namespace
 
@@ -20,18 +20,18 @@ PageClosing::~PageClosing() { noAnswer.disconnect(); }
 
 void PageClosing::ask(std::function<void()> close) {
     if (noAnswer.connected())
-        return;  // the page has still time to answer
+        return;  // the page still has time to answer
     *pendingClose = std::move(close);
     noAnswer = Glib::signal_timeout().connect_seconds(
         [this] {
             closeIfAsked();
             return false;
         },
-        longestWait);
+        timeout);
     webkit_web_view_try_close(view);
 }
 
-/// The user may take longer than a page, and the view may be gone when the sheet ends.
+/// There is no time limit for the user; the view may be gone when the sheet closes.
 Alert PageClosing::onObjection(Alert question) {
     noAnswer.disconnect();
     question.onEnd = [pending = pendingClose, answer = std::move(question.onEnd)](bool leave) {

@@ -11,8 +11,8 @@
 
 namespace vok {
 
-/// Asks a page whether its window may close: a page objects by its beforeunload handler, which WebKitGTK
-/// calls only after the user has touched that page.
+/// Asks a page whether its window may close. A page objects with a beforeunload handler, which WebKitGTK
+/// calls only after the user has interacted with the page.
 class PageClosing {
 public:
     /// `view` is borrowed and outlives this object.
@@ -27,10 +27,10 @@ public:
 
     bool isAsking() const { return static_cast<bool>(*pendingClose); }
 
-    /// The page objects: `question` is the sheet whose default button closes the window all the same.
+    /// The page objects: `question` is the sheet whose default button closes the window anyway.
     Alert onObjection(Alert question);
 
-    /// The page is gone, and cannot object any more.
+    /// The page is gone and can no longer object.
     void closeIfAsked();
 
 private:

@@ -13,12 +13,12 @@ namespace vok {
 /// returns null.
 std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog);
 
-/// A sheet that tells `message` about a page in `view`.
+/// A sheet with `message` about a page in `view`.
 Alert messageFor(WebKitWebView* view, const std::string& message);
 
-/// Leaves in a page's context menu what edits text, the address of a link, and "Reload" where `reload` is not
-/// null: going back could run a command once more, as would WebKitGTK's own reload if the page has changed
-/// while the menu was open. Is there anything left to show?
+/// Keeps in a page's context menu the items that edit text, the address of a link, and "Reload" if `reload`
+/// is not null. Going back could run a command again, and so could WebKitGTK's own reload if the page changes
+/// while the menu is open. Returns whether an item is left.
 bool restrictContextMenu(WebKitContextMenu* menu, GSimpleAction* reload);
 
 }  // namespace vok

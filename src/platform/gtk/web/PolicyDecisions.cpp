@@ -14,7 +14,7 @@ std::string requestURL(WebKitNavigationAction* action) {
     return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
 }
 
-/// `url` as the engine writes it.
+/// `url` as the engine normalises it.
 std::string normalised(const std::string& url) {
     const GObjectPtr<WebKitURIRequest> request(webkit_uri_request_new(url.c_str()));
     return webkit_uri_request_get_uri(request.get());
@@ -41,12 +41,12 @@ bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyD
     }
 }
 
-/// A page that the failure page is about to replace begins nothing more: its load would be taken for that of
-/// the failure page. Nor does the start page while the page loads that the application has asked for.
+/// Cancels navigation by a page that the error page is about to replace, as its load would be taken for that
+/// of the error page; and by the start page while a page loads that the application has requested.
 void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
     WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(decision);
     const auto url = requestURL(action);
-    if (failurePageRequested && requestedURL.empty()) {
+    if (errorPageRequested && requestedURL.empty()) {
         webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
         return;
     }
@@ -84,7 +84,7 @@ bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
     if (requestedURL.empty())
         openInBrowser(url, webkit_response_policy_decision_get_request(decision), *reason);
     else
-        showFailurePage(url, *reason);
+        showErrorPage(url, *reason);
     return true;
 }
 
@@ -105,7 +105,7 @@ void NativeWebView::openInBrowser(const std::string& url, WebKitURIRequest* requ
                                   const FailureReason& reason) {
     const char* const method = webkit_uri_request_get_http_method(request);  // null for "blob:"
     if (owner.isCommandURL(url))
-        showFailurePage(url, reason);
+        showErrorPage(url, reason);
     else if (method && canBrowserFetch(url, method))
         owner.openElsewhere(url);
     else

@@ -4,7 +4,7 @@ namespace vok {
 
 namespace {
 
-/// Keeps script and message handler from the pages.
+/// Name of the script world, which isolates script and message handler from the pages.
 constexpr auto world = "installer";
 constexpr auto handler = "refusedLink";
 

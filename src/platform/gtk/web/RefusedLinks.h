@@ -9,11 +9,11 @@
 
 namespace vok {
 
-/// Notices links of pages to addresses that WebKitGTK never asks for: blocked ports, and 0.0.0.0. It ignores
-/// a click on one without a signal, so that a script on each page looks at the clicks.
+/// Detects clicks on links that WebKitGTK never requests: restricted ports, and 0.0.0.0. WebKitGTK ignores
+/// such a click without a signal, so a script in each page watches the clicks.
 class RefusedLinks {
 public:
-    /// `onClick` is called with the address of such a link in the main frame of a page in `view`.
+    /// `onClick` is called with the URL of such a link in the main frame of a page in `view`.
     RefusedLinks(WebKitWebView* view, std::function<void(const std::string& url)> onClick);
 
 private:

@@ -11,7 +11,7 @@ namespace vok {
 
 /// The sheet that asks for the user name and the password that a server or a proxy requires; nothing if
 /// `request` asks for something else, such as a client certificate. What the user types is kept in memory,
-/// for this session. `onEnd` is called after the request has got its answer.
+/// for this session. `onEnd` is called after the request has been answered.
 std::optional<Alert> signInAlert(WebKitAuthenticationRequest* request,
                                  std::function<void(bool agreed)> onEnd);
 

@@ -14,7 +14,7 @@ struct FeatureListUnref {
     void operator()(WebKitFeatureList* list) const { webkit_feature_list_unref(list); }
 };
 
-/// Beginnings of the names of the features by which WebKitGTK slows down or stops a page in a hidden window.
+/// Prefixes of the features with which WebKitGTK throttles a page in a hidden window.
 constexpr auto hiddenPageFeatures = std::to_array<std::string_view>({"HiddenPage", "PageVisibilityBased"});
 
 bool isHiddenPageFeature(WebKitFeature* feature) {
@@ -47,7 +47,7 @@ GObjectPtr<WebKitWebView> WebKitSession::makeView() const {
         WEBKIT_TYPE_WEB_VIEW, "network-session", network.get(), "settings", settings.get(), nullptr))));
 }
 
-/// Other strings could break the header.
+/// Other strings could corrupt the header.
 void WebKitSession::setPreferredLanguage(const std::string& code) {
     if (!isLanguageCode(code))
         return;

@@ -9,22 +9,22 @@
 
 namespace vok {
 
-/// What the native views share: a network session that keeps nothing on disk, the settings, and the
+/// What the native views share: a network session that stores nothing on disk, the settings, and the
 /// downloads.
 class WebKitSession {
 public:
-    /// `onDownload` is called with each download, which has been cancelled. Otherwise WebKitGTK would put the
-    /// file into the user's download directory.
+    /// `onDownload` is called with each download, which has been cancelled. Otherwise WebKitGTK would save
+    /// the file in the user's download directory.
     WebKitSession(bool plainRenderer, std::function<void(WebKitDownload* download)> onDownload);
 
     GObjectPtr<WebKitWebView> makeView() const;
 
-    /// What Accept-Language and `navigator.language` are, as WebView has it.
+    /// The language, as in WebView::setPreferredLanguage.
     void setPreferredLanguage(const std::string& code);
 
     void enableDeveloperTools();
 
-    /// Do pages run at full speed while their window is hidden?
+    /// Whether pages run at full speed while their window is hidden.
     void setFullSpeedWhileHidden(bool fullSpeed);
 
 private:

@@ -8,7 +8,7 @@ namespace {
 
 bool isLocal(const std::string& url) { return url.starts_with("file:"); }
 
-/// Is the view there for the keyboard and for accessibility?
+/// Sets whether the keyboard and accessibility can reach the view.
 void setReachable(Gtk::Widget& widget, bool reachable) {
     widget.set_can_focus(reachable);
     gtk_accessible_update_state(GTK_ACCESSIBLE(widget.gobj()), GTK_ACCESSIBLE_STATE_HIDDEN, !reachable, -1);
@@ -71,8 +71,8 @@ void WebKitView::activateShown() {
     active = shown.get();
 }
 
-/// A view that is not active shows a page whose time is over, once the application has asked for another:
-/// what that page begins is cancelled, as it would be with one view.
+/// Once the application has requested another page, the page in the inactive view is obsolete: its navigation
+/// is cancelled, as it would be with one view.
 void WebKitView::loadStarted(NativeWebView& view) {
     if (&view != active)
         view.stop();
@@ -97,7 +97,7 @@ void WebKitView::loadFinished(NativeWebView& view) {
         view.replaceEmptyErrorResponse();
 }
 
-/// Nothing is lost with a process that only waited for a load, which will start another.
+/// A process that only waited for a load is no loss: the load starts another.
 void WebKitView::processTerminated(NativeWebView& view) {
     const bool lost = &view == shown.get() || &view == active;
     if (lost)

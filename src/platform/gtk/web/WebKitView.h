@@ -11,13 +11,13 @@
 
 namespace vok {
 
-/// The web view by WebKitGTK. Keeps nothing on disk.
+/// The web view, with WebKitGTK. Stores nothing on disk.
 ///
-/// A local page and a page of the web never share a process, and starting one takes longer than anything else
-/// on the way to the first page of the web. So there are two native views at first: one is shown, the other
-/// lies under it with its process running already. The first page of the web is loaded there and shown as
-/// soon as it commits; then the first view goes. Should the first view come to a page of the web by itself,
-/// it stays and the other one goes.
+/// A local page and a web page never share a process, and starting one takes longer than anything else before
+/// the first web page. So there are two native views at first: one is shown, the other is below it with its
+/// process already running. The first web page is loaded there and shown as soon as it commits; then the
+/// first view is destroyed. If the first view navigates to a web page by itself, it stays and the other one
+/// is destroyed.
 class WebKitView final : public WebView, private WebFrame, private NativeWebViewOwner {
 public:
     /// `workspace` is borrowed and outlives the view. `onProgress` is called with the load's progress, from 0
@@ -25,7 +25,7 @@ public:
     WebKitView(Workspace& workspace, bool plainRenderer, std::function<void(double)> onProgress,
                std::function<void(Alert)> showSheet);
     void setZoomLevel(double level);
-    /// Loads the page again, as far as that runs no command.
+    /// Reloads the page, unless that would run a command.
     void reload() { active->reload(); }
     /// Shows the inspector, if developer tools are enabled.
     void inspect() { shown->inspect(); }
@@ -63,7 +63,7 @@ private:
 
     std::unique_ptr<NativeWebView> makeNativeView();
     void onDownload(WebKitDownload* download);
-    /// Of one web view's loads only the latest counts; these say which of the two views has it.
+    /// Only the latest load counts. These select the view that has it.
     void activateNext();
     void activateShown();
     void showNext();
@@ -80,7 +80,7 @@ private:
     Gtk::Overlay layers;
     WebKitSession session;
     std::unique_ptr<NativeWebView> shown;
-    std::unique_ptr<NativeWebView> next;  ///< null once the first page of the web has committed somewhere
+    std::unique_ptr<NativeWebView> next;  ///< null once the first web page has committed in either view
     NativeWebView* active;                ///< the view of the latest load, one of the two
 };
 

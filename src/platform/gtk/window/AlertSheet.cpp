@@ -18,7 +18,7 @@ namespace vok {
 namespace {
 
 constexpr int messageWidth = 440;
-constexpr int greatestMessageHeight = 320;
+constexpr int maxMessageHeight = 320;
 constexpr int buttonWidth = 90;
 
 Gtk::Image& styleImage(AlertStyle style) {
@@ -38,7 +38,7 @@ Gtk::Label& label(const std::string& text) {
     return label;
 }
 
-/// Height of `label` once it is wrapped, in pixels. A scrolled area only asks for that of its longest line.
+/// Height of `label` once it is wrapped, in pixels. A scrolled area requests only that of its longest line.
 int wrappedHeight(const Gtk::Label& label) {
     int minimum = 0;
     int natural = 0;
@@ -60,7 +60,7 @@ Gtk::ScrolledWindow& messageArea(const std::string& message) {
     area.set_overlay_scrolling(false);
     area.set_policy(Gtk::PolicyType::NEVER, Gtk::PolicyType::AUTOMATIC);
     area.set_size_request(messageWidth, -1);
-    area.set_min_content_height(std::min(wrappedHeight(text), greatestMessageHeight));
+    area.set_min_content_height(std::min(wrappedHeight(text), maxMessageHeight));
     area.set_child(text);
     return area;
 }

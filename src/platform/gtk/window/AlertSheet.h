@@ -11,7 +11,7 @@ namespace vok {
 
 /// A modal dialog on the main window. The message is plain text, wrapped, and scrolls when it is long; the
 /// buttons, Return (the default one) and Escape dismiss it.
-/// GTK's alert dialog comes with 4.10, Debian 12 has 4.8, and neither it nor Gtk::MessageDialog scrolls.
+/// Gtk::AlertDialog needs GTK 4.10 (Debian 12 has 4.8), and neither it nor Gtk::MessageDialog scrolls.
 class AlertSheet final : public Gtk::Window {
 public:
     AlertSheet(Gtk::Window& parent, Alert shown);

@@ -49,10 +49,10 @@ bool GtkWindow::onCloseRequest() {
     return !mayClose;
 }
 
-/// A Wayland compositor does not let a program restore a window, but shows one that is mapped anew.
+/// On Wayland a program cannot restore a minimised window, but the compositor shows one that is mapped again.
 void GtkWindow::present() {
     if (isMiniaturized && GDK_IS_WAYLAND_DISPLAY(window.get_display()->gobj())) {
-        window.unminimize();  // else it is minimised again as soon as it is mapped
+        window.unminimize();  // otherwise it is minimised again when mapped
         window.set_visible(false);
     }
     window.present();

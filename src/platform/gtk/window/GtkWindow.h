@@ -12,7 +12,7 @@
 
 namespace vok {
 
-/// The main window: the page, and over its upper edge a thin bar while a page loads.
+/// The main window: the page, and a thin progress bar at its top while a page loads.
 class GtkWindow final : public vok::Window {
 public:
     GtkWindow(const std::string& title, const std::string& iconName);
@@ -20,8 +20,8 @@ public:
     /// Fills the window with `page` and gives it the focus.
     void setPage(Gtk::Widget& page);
 
-    /// `ask` is called when the user closes the window, and has `close` called if the window may close; not
-    /// while a sheet is open: then the window closes at once.
+    /// `ask` is called when the user closes the window, and calls `close` if the window may close. While a
+    /// sheet is open, the window closes at once.
     void setAskBeforeClosing(std::function<void(std::function<void()> close)> ask);
 
     /// Shows the window in front of all others.

@@ -1,4 +1,4 @@
-#include "platform/shared/FailurePage.h"
+#include "platform/shared/ErrorPage.h"
 
 #include "foundation/StringWithFormat.h"
 
@@ -8,8 +8,8 @@
 
 namespace vok {
 
-/// FailurePage.html, with names in double braces in place of what is filled in.
-extern const std::string_view failurePageTemplate;
+/// ErrorPage.html, with names in double braces in place of what is filled in.
+extern const std::string_view errorPageTemplate;
 
 namespace {
 
@@ -106,23 +106,23 @@ FailureReason FailureReason::withEngineMessage(Text text, const std::string& mes
     return reason;
 }
 
-std::string failurePage(const FailedLoad& load, const std::string& logCommand) {
-    return filled(failurePageTemplate, {
-                                           {"language", languageInUse()},
-                                           {"direction", isRightToLeft() ? "rtl" : "ltr"},
-                                           {"title", escapedForHtml(texts::pageNotLoaded)},
-                                           {"heading", heading(hostOf(load.url))},
-                                           {"reason", escapedForHtml(load.reason.shown)},
-                                           {"advice", advice(load)},
-                                           {"buttons", buttons(load)},
-                                           {"details", escapedForHtml(texts::details)},
-                                           {"addressLabel", escapedForHtml(texts::address)},
-                                           {"address", escapedForHtml(load.url)},
-                                           {"reasonLabel", escapedForHtml(texts::reason)},
-                                           {"loggedReason", escapedForHtml(load.reason.logged)},
-                                           {"logLabel", escapedForHtml(texts::log)},
-                                           {"logCommand", escapedForHtml(logCommand)},
-                                       });
+std::string errorPage(const FailedLoad& load, const std::string& logCommand) {
+    return filled(errorPageTemplate, {
+                                         {"language", languageInUse()},
+                                         {"direction", isRightToLeft() ? "rtl" : "ltr"},
+                                         {"title", escapedForHtml(texts::pageNotLoaded)},
+                                         {"heading", heading(hostOf(load.url))},
+                                         {"reason", escapedForHtml(load.reason.shown)},
+                                         {"advice", advice(load)},
+                                         {"buttons", buttons(load)},
+                                         {"details", escapedForHtml(texts::details)},
+                                         {"addressLabel", escapedForHtml(texts::address)},
+                                         {"address", escapedForHtml(load.url)},
+                                         {"reasonLabel", escapedForHtml(texts::reason)},
+                                         {"loggedReason", escapedForHtml(load.reason.logged)},
+                                         {"logLabel", escapedForHtml(texts::log)},
+                                         {"logCommand", escapedForHtml(logCommand)},
+                                     });
 }
 
 }  // namespace vok

@@ -7,10 +7,10 @@
 
 namespace vok {
 
-/// The failure that `exception` stands for: its reason, and its kind where that is one of ours, else generic.
+/// `exception` as an Exception: its reason, and its kind if it has the name of one, else NSGenericException.
 Exception exceptionFrom(NSException* exception);
 
-/// Calls Cocoa from C++, with an autorelease pool around it. An NSException is thrown on as Exception.
+/// Calls Cocoa from C++, in an autorelease pool. An NSException is rethrown as Exception.
 template <class Call>
 std::invoke_result_t<Call> callCocoa(Call&& call) {
     @autoreleasepool {
@@ -22,7 +22,8 @@ std::invoke_result_t<Call> callCocoa(Call&& call) {
     }
 }
 
-/// Calls C++ from Cocoa. What is thrown, NSException included, is logged; the result is then zero, no or nil.
+/// Calls C++ from Cocoa. Every exception, including NSException, is logged; the result is then zero, NO or
+/// nil.
 template <class Callback>
 std::invoke_result_t<Callback> calledFromCocoa(Callback&& callback) noexcept {
     return shielded([&] { return callCocoa(std::forward<Callback>(callback)); });

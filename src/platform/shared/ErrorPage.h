@@ -29,6 +29,6 @@ struct FailedLoad {
 /// The HTML page that takes the place of one that could not be loaded, in the language in use: names the host
 /// and the reason, and offers ways to continue. Under "Details" it has the whole URL, which can be copied,
 /// and `logCommand`, which shows the log.
-std::string failurePage(const FailedLoad& load, const std::string& logCommand);
+std::string errorPage(const FailedLoad& load, const std::string& logCommand);
 
 }  // namespace vok
