@@ -1,7 +1,7 @@
 # "Vok Installer.app": the program, its information and the demo's Tools, in the build tree and installed.
 set(bundle "${CMAKE_BINARY_DIR}/Vok Installer.app")
 set(tools_dir "Contents/MacOS/Tools")
-set(icons_dir "Contents/Resources/icons/hicolor/scalable/apps")
+set(icons_dir "Contents/Resources/icons/hicolor/128x128/apps")
 
 if(APPLE)
   if(VOK_DEMO)
@@ -11,7 +11,8 @@ if(APPLE)
   configure_file(packaging/macos/org.vok.Installer.icns "${bundle}/Contents/Resources/org.vok.Installer.icns" COPYONLY)
 else()
   configure_file(packaging/Info.plist.in "${bundle}/Contents/Info.plist" @ONLY)
-  configure_file(packaging/icons/org.vok.Installer.svg "${bundle}/${icons_dir}/org.vok.Installer.svg" COPYONLY)
+  # For an SVG the program would load librsvg, which takes 6 MB.
+  configure_file(packaging/icons/org.vok.Installer.png "${bundle}/${icons_dir}/org.vok.Installer.png" COPYONLY)
 endif()
 
 set_target_properties(vok-installer PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${bundle}/Contents/MacOS")

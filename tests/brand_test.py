@@ -73,7 +73,7 @@ class BrandTest(unittest.TestCase):
                          ["Größe & Söhne", "2.10", "com.example.Agent-Setup"])
         self.assertEqual({file.name for file in (contents / "MacOS/Tools").iterdir()},
                          {"installer_config.plist", *(name[6:] for name in FILES if name.startswith("Tools/"))})
-        self.assertTrue((contents / "Resources/icons/hicolor/scalable/apps/com.example.Agent-Setup.svg").is_file())
+        self.assertTrue((contents / "Resources/icons/hicolor/128x128/apps/com.example.Agent-Setup.png").is_file())
         for directory in ("Frameworks", "Resources/licenses"):
             libraries = {file.name for file in pathlib.Path(TEMPLATE, "Contents", directory).iterdir()}
             self.assertEqual({file.name for file in (contents / directory).iterdir()}, libraries)

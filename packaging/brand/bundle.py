@@ -4,6 +4,8 @@ import pathlib
 import plistlib
 import shutil
 
+from icon import can_draw, draw
+
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 
 # Where the template bundle is searched: in the unpacked archive, installed as a package.
@@ -41,9 +43,7 @@ def make_bundle(product, template, bundle):
     for name in COMMON:
         copy_files(template / "Contents" / name, bundle / "Contents" / name)
     copy_files(product.tools, bundle / "Contents/MacOS/Tools")
-    size = "scalable" if product.icon.suffix == ".svg" else "512x512"
-    icon = f"Contents/Resources/icons/hicolor/{size}/apps/{product.values['identifier']}{product.icon.suffix}"
-    copy(product.icon, bundle / icon)
+    place_icon(product.icon, product.values["identifier"], bundle / "Contents/Resources/icons/hicolor")
     info = plistlib.loads((template / "Contents/Info.plist").read_bytes())
     info |= {
         "CFBundleDisplayName": product.values["name"],
@@ -53,3 +53,14 @@ def make_bundle(product, template, bundle):
         "CFBundleVersion": product.values["version"],
     }
     (bundle / "Contents/Info.plist").write_bytes(plistlib.dumps(info))
+
+
+def place_icon(icon, identifier, theme):
+    """Puts the window's icon into the icon theme: drawn, if possible, since for an SVG the program loads librsvg."""
+    if can_draw():
+        target = theme / f"128x128/apps/{identifier}.png"
+        target.parent.mkdir(parents=True)
+        target.write_bytes(draw(icon, 128))
+    else:
+        size = "scalable" if icon.suffix == ".svg" else "512x512"
+        copy(icon, theme / f"{size}/apps/{identifier}{icon.suffix}")

@@ -1,5 +1,4 @@
 """A product's Debian package: the bundle under /opt, and its integration into the desktop."""
-import base64
 import email.utils
 import gzip
 import os
@@ -12,6 +11,7 @@ import time
 import xml.sax.saxutils
 
 from bundle import SOURCE, copy, make_bundle
+from icon import draw
 
 LINUX = SOURCE / "packaging/linux"
 ICON_SIZES = (16, 24, 32, 48, 64, 128, 256, 512)
@@ -150,22 +150,10 @@ def lay_out(product, template, tree):
 
 
 def install_icons(icon, identifier, theme):
-    if icon.suffix == ".svg":
-        copy(icon, theme / f"scalable/apps/{identifier}.svg")
     for size in ICON_SIZES:
         target = theme / f"{size}x{size}/apps/{identifier}.png"
         target.parent.mkdir(parents=True)
-        draw(icon, size, target)
-
-
-def draw(icon, size, target):
-    source = icon.read_bytes()
-    if icon.suffix == ".png":
-        data = base64.b64encode(source).decode()
-        source = (f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 1 1"><image width="1" height="1" '
-                  f'href="data:image/png;base64,{data}"/></svg>').encode()
-    edge = str(size)
-    run(["rsvg-convert", "--width", edge, "--height", edge, "--output", target], input=source)
+        target.write_bytes(draw(icon, size))
 
 
 def filled(template, texts):

@@ -1,4 +1,5 @@
-"""Mistakes in a product's icon."""
+"""A product's icon: the mistakes in it, and its drawing."""
+import base64
 import re
 import shutil
 import struct
@@ -45,10 +46,10 @@ def check_svg(data):
         raise Undecodable(f"is {width:g} by {height:g}; it must be square")
     if not len(root):
         raise Undecodable("draws nothing")
-    if shutil.which("rsvg-convert"):
-        draw = subprocess.run(["rsvg-convert", "--width=16", "--height=16"], input=data, capture_output=True,
-                              check=False)
-        if draw.returncode:
+    if can_draw():
+        drawn = subprocess.run(["rsvg-convert", "--width=16", "--height=16"], input=data, capture_output=True,
+                               check=False)
+        if drawn.returncode:
             raise Undecodable("cannot be drawn by librsvg, which desktops draw icons with")
 
 
@@ -98,3 +99,18 @@ def chunks_of(data):
         if kind == b"IEND":
             return
         position += 12 + length
+
+
+def can_draw():
+    return shutil.which("rsvg-convert")
+
+
+def draw(icon, size):
+    """The icon as PNG, `size` pixels wide and high."""
+    source = icon.read_bytes()
+    if icon.suffix == ".png":
+        data = base64.b64encode(source).decode()
+        source = (f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 1 1"><image width="1" height="1" '
+                  f'href="data:image/png;base64,{data}"/></svg>').encode()
+    command = ["rsvg-convert", f"--width={size}", f"--height={size}"]
+    return subprocess.run(command, input=source, stdout=subprocess.PIPE, check=True).stdout
