@@ -28,7 +28,7 @@ public:
     /// Whether the application ends after its last window has closed.
     virtual bool applicationShouldTerminateAfterLastWindowClosed() = 0;
 
-    /// Called once, when window and web view exist and the main loop runs.
+    /// Called once, when window and web view exist; the window need not be shown yet.
     virtual void applicationDidFinishLaunching() = 0;
 };
 

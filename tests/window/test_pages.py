@@ -5,6 +5,7 @@ import pytest
 from rig import desktop
 from rig.installer import TITLE, kill_group
 from rig.page_server import page, script_page
+from rig.waiting import output
 
 NO_BUS = "unix:path=/nonexistent"
 
@@ -36,7 +37,9 @@ def test_a_second_start_brings_the_window_forward_and_ends(installer, server, st
     installer.answers["/back"] = page("back")
     start(hide)
     desktop.wait_for_window(TITLE, "Iconic")
-    assert installer.launch().wait(60) == 0
+    second = installer.launch()
+    assert second.wait(60) == 0
+    assert not output("pgrep", "-g", str(second.pid)), "the second start has left a process"
     desktop.wait_for_window(TITLE, "Normal")
     assert installer.is_running()
 

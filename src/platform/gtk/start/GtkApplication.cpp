@@ -25,11 +25,27 @@ std::string applicationId(const Bundle& bundle) {
     return usable ? identifier->second : "org.vok.Installer";
 }
 
+/// Calls `prepare` in the first instance of the program alone, before GTK starts.
+class FirstInstance final : public Gtk::Application {
+public:
+    FirstInstance(const std::string& id, std::function<void()> beforeStartup)
+        : Gtk::Application(id), prepare(std::move(beforeStartup)) {}
+
+private:
+    void on_startup() override {
+        shielded(prepare);
+        Gtk::Application::on_startup();
+    }
+
+    std::function<void()> prepare;
+};
+
 }  // namespace
 
 GtkApplication::GtkApplication(const Renderer& choice, ApplicationDelegateMaker maker)
     : renderer(choice), makeDelegate(std::move(maker)), bundle(propertyLists),
-      application(Gtk::Application::create(applicationId(bundle))) {
+      application(Glib::make_refptr_for_instance<Gtk::Application>(
+          new FirstInstance(applicationId(bundle), [this] { onStartup(); }))) {
     g_set_prgname(application->get_id().c_str());  // the class of the window on X11
     application->signal_activate().connect([this] { shielded([this] { onActivate(); }); });
     windowRemoved = application->signal_window_removed().connect([this](Gtk::Window*) { onWindowRemoved(); });
@@ -48,23 +64,32 @@ void GtkApplication::performAfterDelay(double seconds, std::function<void()> per
     Glib::signal_timeout().connect_once([perform = std::move(perform)] { shielded(perform); }, interval);
 }
 
-/// The first start builds the window; later starts call this from their own process.
+/// The web view's processes take longest to start, so the splash page is loaded before anything is drawn.
+void GtkApplication::onStartup() {
+    if (sandboxForbidden())
+        return;
+    installer = std::make_unique<Installer>(*this, bundle, propertyLists, renderer.isPlain(),
+                                            application->get_id(), makeDelegate);
+    installer->applicationDelegate().applicationDidFinishLaunching();
+}
+
+/// The first start shows the window; later starts call this from their own process.
 void GtkApplication::onActivate() {
-    if (installer)
+    if (std::exchange(isActive, true))
         return bringForward();
-    if (refusal)
-        return refusal->present();
     application->hold();
     Gtk::IconTheme::get_for_display(Gdk::Display::get_default())
         ->add_search_path(bundle.bundlePath() + "/Contents/Resources/icons");
-    if (sandboxForbidden())
-        showRefusal();
-    else
+    if (installer)
         showPages();
+    else
+        showRefusal();
 }
 
 /// On Wayland the window may be hidden and shown again. gtkmm removes a hidden window from the application.
 void GtkApplication::bringForward() {
+    if (refusal)
+        return refusal->present();
     windowRemoved.block();
     installer->present();
     if (application->get_windows().empty())
@@ -73,13 +98,10 @@ void GtkApplication::bringForward() {
 }
 
 void GtkApplication::showPages() {
-    installer = std::make_unique<Installer>(*this, bundle, propertyLists, renderer.isPlain(),
-                                            application->get_id(), makeDelegate);
     application->add_window(installer->mainWindow());
     addKeyboardShortcuts(
         *application.get(), installer->mainWindow(), [this](double level) { installer->zoomPage(level); },
         [this] { installer->reloadPage(); }, [this] { installer->inspectPage(); });
-    shielded([this] { installer->applicationDelegate().applicationDidFinishLaunching(); });
     installer->present();
     renderer.restoreEnvironment();
 }

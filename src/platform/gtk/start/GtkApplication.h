@@ -24,6 +24,7 @@ public:
     void performAfterDelay(double seconds, std::function<void()> perform) override;
 
 private:
+    void onStartup();
     void onActivate();
     void bringForward();
     void showPages();
@@ -36,6 +37,7 @@ private:
     ExecutableBundle bundle;
     Glib::RefPtr<Gtk::Application> application;
     sigc::connection windowRemoved;
+    bool isActive = false;
     std::unique_ptr<Installer> installer;
     std::unique_ptr<GtkWindow> refusal;  ///< the only window if the web view cannot start
 };
