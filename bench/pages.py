@@ -11,6 +11,9 @@ TYPES = {".css": "text/css", ".html": "text/html", ".js": "text/javascript"}
 # The demo's first page, which reports its load event.
 TELL_LOADED = b"<script>addEventListener('load', () => fetch('/loaded'))</script></body>"
 
+# The splash page reports when it has been drawn; the page after it waits for that.
+TELL_DRAWN = "<script>requestAnimationFrame(() => requestAnimationFrame(() => { new Image().src = '%s' }))</script>"
+
 # Navigates to the command page as soon as it has loaded, repeatedly, and reports the times before and after to the
 # server.
 TRIP = b"""<!doctype html><title>Trip</title><script>
@@ -49,6 +52,8 @@ class Site(PageServer):
             self.changed.notify_all()
         if path == "/trip":
             return TRIP
+        if path == "/after-drawn":
+            self.times("/drawn")
         file = PAGES / path[1:]
         if not file.is_file():
             return "<!doctype html><title>Command</title>"

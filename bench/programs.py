@@ -4,6 +4,7 @@ import os
 import pathlib
 import signal
 import subprocess
+import sys
 import tempfile
 import time
 
@@ -37,6 +38,22 @@ def mini_browser(url):
 def chromium(url):
     root = ["--no-sandbox"] if os.geteuid() == 0 else []
     return ["chromium", *root, "--no-first-run", "--window-size={},{}".format(*SIZE), "--app=" + url]
+
+
+@contextlib.contextmanager
+def slow_accounts_service():
+    """An accounts service on the system bus that lists no account, after 300 ms."""
+    name, path = "org.freedesktop.Accounts", "/org/freedesktop/Accounts"
+    service = subprocess.Popen([sys.executable, "-m", "dbusmock", "--system", "-l", "/dev/null", name, path, name])
+    try:
+        subprocess.run(["gdbus", "wait", "--system", "--timeout", "20", name], check=True)
+        subprocess.run(["gdbus", "call", "--system", "-d", name, "-o", path, "-m", "org.freedesktop.DBus.Mock.AddMethod",
+                        name, "ListCachedUsers", "", "ao", "import time; time.sleep(0.3); ret = []"],
+                       check=True, stdout=subprocess.DEVNULL)
+        yield
+    finally:
+        service.terminate()
+        service.wait()
 
 
 class Run:

@@ -24,6 +24,16 @@ def start_up(site, run):
     }
 
 
+def first_picture(site, run):
+    (drawn,) = site.times("/drawn")
+    return {"start to the splash page's first picture": drawn - run.started}
+
+
+def first_request(site, run):
+    (start,) = site.times("/welcome.html")
+    return {"start to first request, accounts after 300 ms": start - run.started}
+
+
 def round_trips(site, _):
     left = site.times("/leaving", TRIPS)
     arrived = site.times("/arrived", TRIPS + 1)[1:]
@@ -67,6 +77,18 @@ def measure(build, runs):
         for name in missing:
             del commands[name]
         values = in_rounds(site, commands, runs, start_up)
+
+        with programs.slow_accounts_service():
+            values |= in_rounds(site, {"installer": commands["installer"]}, runs, first_request)
+
+        drawn = programs.bundle_for(pathlib.Path(directory) / "drawn", site, "/after-drawn")
+        splash = drawn / "Contents/MacOS/Tools/splash.html"
+        splash.write_text(splash.read_text() + pages.TELL_DRAWN % site.url("/drawn"))
+        commands = {
+            "installer": programs.installer(drawn),
+            "bare program": programs.bare(build, drawn, site.url("/after-drawn")),
+        }
+        values |= in_rounds(site, commands, runs, first_picture)
 
         trip = site.url("/trip")
         commands = {
