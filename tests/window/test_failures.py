@@ -97,35 +97,16 @@ def test_a_callback_page_that_fails_does_not_run_the_command_again(installer, se
     installer.close_window()
 
 
-def started_web_processes(installer):
-    """Those with more than 100,000 KiB: killing one while it starts ends the program."""
-    sizes = {number: int(output("ps", "-o", "rss=", str(number)) or 0) for number in installer.processes(WEB_PROCESS)}
-    return sorted((number for number, size in sizes.items() if size > 100_000), key=sizes.get)
-
-
-def kill_web_process(installer, index):
-    """Kills the process with the least memory (0), once there are two, or with the most (-1), and waits for its end."""
-    assert wait_for(lambda: len(started_web_processes(installer)) > 1 + index)
-    process = started_web_processes(installer)[index]
+def kill_web_process(installer):
+    """Kills the process that shows the page, and waits for its end."""
+    process = installer.processes(WEB_PROCESS)[-1]
     os.kill(process, signal.SIGKILL)
     assert wait_for(lambda: not os.path.exists(f"/proc/{process}"))
 
 
-def test_a_process_that_crashes_before_it_has_a_page_is_not_missed(installer, server, start):
-    image = f"document.write('<img src={server.url('/image')}>')"
-    installer.splash.write_text(script_page(KEEP_MEMORY + image))
-    server.expect("/image", lambda request: kill_web_process(installer, 0))
-    server.expect("/last")
-    start("/last")
-    installer.wait_for_requests()
-    assert "process has ended" not in installer.log()
-
-
-@pytest.mark.parametrize("index", [-1, 0], ids=["splash", "first"])
-def test_a_crash_while_the_first_page_loads_leads_to_it_again(installer, server, start, index):
-    installer.splash.write_text(script_page(KEEP_MEMORY))
+def test_a_crash_while_the_first_page_loads_leads_to_it_again(installer, server, start):
     def crash(_):
-        kill_web_process(installer, index)
+        kill_web_process(installer)
         installer.wait_for_log("The web content process has ended.")
     server.expect(installer.first_path(), crash)
     server.expect("/last")
@@ -145,7 +126,7 @@ def test_a_crashed_page_leads_to_the_first_page_and_repeats_no_command(installer
     assert len(installer.calls("admin tool", runs)) == runs
     server.expect(installer.first_path(), page("first", "/last"))
     server.expect("/last")
-    kill_web_process(installer, -1)
+    kill_web_process(installer)
     installer.wait_for_requests()
     assert len(installer.calls("admin tool")) == runs
     installer.close_window()

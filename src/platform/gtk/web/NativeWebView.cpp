@@ -1,10 +1,12 @@
 #include "platform/gtk/web/NativeWebView.h"
 
 #include "foundation/Log.h"
+#include "foundation/Shielded.h"
 #include "platform/gtk/support/ZeroBytes.h"
 #include "platform/gtk/web/EmptyErrorResponse.h"
 #include "platform/gtk/web/LoadErrors.h"
 #include "platform/gtk/web/PageDialogs.h"
+#include "platform/gtk/web/StartPage.h"
 #include "platform/shared/ErrorPage.h"
 
 #include <Poco/String.h>
@@ -14,10 +16,6 @@
 namespace vok {
 
 namespace {
-
-struct SessionStateUnref {
-    void operator()(WebKitWebViewSessionState* state) const { webkit_web_view_session_state_unref(state); }
-};
 
 constexpr auto blankPage = "about:blank";
 const std::string script = "javascript:";
@@ -31,6 +29,15 @@ NativeWebView::NativeWebView(NativeWebViewOwner& viewOwner, const WebKitSession&
       refusedLinks(view.get(),
                    [this](const std::string& url) { showErrorPage(url, texts::addressNotAllowed); }) {
     bindSignals();
+    WebKitWebContext* const context = webkit_web_view_get_context(view.get());
+    webkit_security_manager_register_uri_scheme_as_cors_enabled(
+        webkit_web_context_get_security_manager(context), startPageScheme);
+    webkit_web_context_register_uri_scheme(
+        context, startPageScheme,
+        [](WebKitURISchemeRequest* request, gpointer data) {
+            shielded([&] { static_cast<NativeWebView*>(data)->onStartPageFile(request); });
+        },
+        this, nullptr);
 }
 
 void NativeWebView::bindSignals() {
@@ -77,21 +84,28 @@ void NativeWebView::bindSignals() {
         }));
 }
 
-/// Running a script, even an empty one, starts the process; WebKitGTK has no other way to do so without a
-/// load.
-void NativeWebView::warmUp() {
-    webkit_web_view_evaluate_javascript(view.get(), "", 0, nullptr, nullptr, nullptr, nullptr, nullptr);
-}
-
-void NativeWebView::takeHistoryOf(const NativeWebView& other) {
-    const std::unique_ptr<WebKitWebViewSessionState, SessionStateUnref> state(
-        webkit_web_view_get_session_state(other.view.get()));
-    webkit_web_view_restore_session_state(view.get(), state.get());
+bool NativeWebView::isStartURL(const std::string& url) const {
+    const auto start = owner.startURL();
+    return !start.empty() && url.starts_with(start);
 }
 
 std::optional<std::string> NativeWebView::url() const {
     const char* const url = webkit_web_view_get_uri(view.get());
-    return url && *url ? std::optional<std::string>(url) : std::nullopt;
+    if (!url || !*url)
+        return std::nullopt;
+    if (url == std::string_view(blankPage) && (showsStartPage || isStartURL(requestedURL)))
+        return owner.startURL();
+    return url;
+}
+
+void NativeWebView::onStartPageFile(WebKitURISchemeRequest* request) {
+    if (showsStartPage || isStartURL(requestedURL)) {
+        answerFromDirectoryOf(owner.startURL(), request);
+        return;
+    }
+    const std::unique_ptr<GError, decltype(&g_error_free)> error(
+        g_error_new(G_IO_ERROR, G_IO_ERROR_PERMISSION_DENIED, "This is for the start page."), g_error_free);
+    webkit_uri_scheme_request_finish_error(request, error.get());
 }
 
 void NativeWebView::load(const std::string& url) {
@@ -101,16 +115,10 @@ void NativeWebView::load(const std::string& url) {
         return;
     }
     requestedURL = url;
-    webkit_web_view_load_uri(view.get(), url.c_str());
-}
-
-void NativeWebView::stop() {
-    answerWait.end();
-    currentLoad = Load::failed;
-    requestedURL.clear();
-    errorPageRequested = false;
-    failedLoad.reset();
-    webkit_web_view_stop_loading(view.get());
+    if (const auto content = isStartURL(url) ? startPageContent(url) : nullptr)
+        webkit_web_view_load_bytes(view.get(), content.get(), "text/html", nullptr, nullptr);
+    else
+        webkit_web_view_load_uri(view.get(), url.c_str());
 }
 
 bool NativeWebView::canReload() const {
@@ -119,7 +127,7 @@ bool NativeWebView::canReload() const {
     if (failedLoad)
         return failedLoad->canTryAgain;
     const auto present = url();
-    return present && !owner.isCommandURL(*present) && !present->starts_with(owner.startURL());
+    return present && !owner.isCommandURL(*present) && !isStartURL(*present);
 }
 
 void NativeWebView::reload() {
@@ -143,14 +151,16 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
         currentLoad = std::exchange(errorPageRequested, false) ? Load::errorPage : Load::page;
         answerWait.start();
         if (currentLoad == Load::page)
-            owner.loadStarted(*this);
+            owner.loadStarted();
     } else if (event == WEBKIT_LOAD_REDIRECTED) {
         answerWait.start();
     } else if (event == WEBKIT_LOAD_COMMITTED) {
         onCommitted();
     } else if (event == WEBKIT_LOAD_FINISHED) {
-        if (std::exchange(currentLoad, Load::none) == Load::page)
-            owner.loadFinished(*this);
+        if (std::exchange(currentLoad, Load::none) == Load::page) {
+            owner.loadFinished();
+            replaceEmptyErrorResponse();
+        }
     }
 }
 
@@ -166,15 +176,16 @@ void NativeWebView::replaceEmptyErrorResponse() {
 void NativeWebView::onCommitted() {
     answerWait.end();
     newWindows.closeAll();
-    if (currentLoad == Load::page)
-        failedLoad.reset();
     const auto requested = std::exchange(requestedURL, {});
-    showsStartPage = currentLoad == Load::page && url().value_or("").starts_with(owner.startURL());
-    if (currentLoad == Load::page && url() == blankPage && !requested.empty() && requested != blankPage) {
+    showsStartPage = false;
+    if (currentLoad != Load::page)
+        return;
+    failedLoad.reset();
+    const bool isBlank = webkit_web_view_get_uri(view.get()) == std::string_view(blankPage);
+    showsStartPage = isStartURL(isBlank ? requested : url().value_or(""));
+    if (isBlank && !showsStartPage && !requested.empty() && requested != blankPage) {
         currentLoad = Load::failed;
         showErrorPage(requested, texts::addressNotAllowed);
-    } else {
-        owner.loadCommitted(*this);
     }
 }
 
@@ -192,16 +203,17 @@ bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
     return true;
 }
 
-/// A response without a page, such as status 204, leaves the current page. If the application has requested
-/// the load, that is an error.
+/// A response without a page, such as status 204, leaves the current page, and a script of the start page can
+/// stop the load that the application has requested. Either is an error of that load.
 void NativeWebView::onLoadFailed(const char* url, const GError& error) {
     answerWait.end();
     if (std::exchange(currentLoad, Load::failed) == Load::failed || errorPageRequested)
         return;
     if (!isInterruption(error))
         showErrorPage(url, reasonOf(error));
-    else if (error.domain == WEBKIT_POLICY_ERROR && !requestedURL.empty())
-        showErrorPage(url, texts::noPage);
+    else if (!requestedURL.empty() &&
+             (error.domain == WEBKIT_POLICY_ERROR || (showsStartPage && url == normalisedRequest())))
+        showErrorPage(std::exchange(requestedURL, {}), texts::noPage);
 }
 
 void NativeWebView::showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
@@ -237,7 +249,7 @@ void NativeWebView::onProcessTerminated() {
     closing.closeIfAsked();
     currentLoad = Load::failed;
     errorPageRequested = false;
-    owner.processTerminated(*this);
+    owner.processTerminated();
 }
 
 }  // namespace vok

@@ -16,21 +16,15 @@
 
 namespace vok {
 
-class NativeWebView;
-
 /// Gets the events of a native web view. The view must exist until each call has returned.
 class NativeWebViewOwner {
 public:
     virtual ~NativeWebViewOwner() = default;
 
-    /// A load has begun.
-    virtual void loadStarted(NativeWebView& view) = 0;
-    /// A new page replaces the current one; it may be the error page.
-    virtual void loadCommitted(NativeWebView& view) = 0;
-    /// A load has succeeded.
-    virtual void loadFinished(NativeWebView& view) = 0;
+    virtual void loadStarted() = 0;
+    virtual void loadFinished() = 0;
     virtual void loadProgressed(double progress) = 0;
-    virtual void processTerminated(NativeWebView& view) = 0;
+    virtual void processTerminated() = 0;
     /// The policy delegate's answers.
     virtual bool isCommandURL(const std::string& url) const = 0;
     virtual bool mayShowPage(const std::string& url) const = 0;
@@ -56,16 +50,7 @@ public:
 
     void setZoomLevel(double level) { webkit_web_view_set_zoom_level(view.get(), level); }
 
-    /// Starts the web content process before the first load.
-    void warmUp();
-
-    /// Adopts `other`'s back/forward list.
-    void takeHistoryOf(const NativeWebView& other);
-
     void load(const std::string& url);
-    /// Stops the current load, and reports nothing more about it.
-    void stop();
-    bool isLoading() const { return currentLoad == Load::page; }
 
     /// Reloads the page or, on the error page, the failed URL. Does nothing at a command URL, on the start
     /// page and while the application loads another page. A form is not sent again.
@@ -77,8 +62,6 @@ public:
     /// Shows the engine's inspector, if developer tools are enabled.
     void inspect();
 
-    bool is(WebKitWebView* other) const { return view.get() == other; }
-
     /// Opens a file, or a page that this view may not show, in the default browser, or shows a message that
     /// it cannot be opened; `reason` is for the error page at a command URL.
     void openInBrowser(const std::string& url, WebKitURIRequest* request, const FailureReason& reason);
@@ -89,9 +72,6 @@ public:
 
     /// Shows the error page for `url`. A page that this view may not show is never offered again.
     void showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain = true);
-    /// Shows the error page, a little later, if the loaded page is an HTTP error with an empty body. A
-    /// command that has run is not offered again.
-    void replaceEmptyErrorResponse();
 
 private:
     /// The state of the latest load of the main frame.
@@ -106,9 +86,15 @@ private:
     void onLoadChanged(WebKitLoadEvent event);
     /// URL of the load in progress.
     std::string loadingURL() const;
+    /// `requestedURL` as the engine writes it.
+    std::string normalisedRequest() const;
+    bool isStartURL(const std::string& url) const;
     bool canReload() const;
     bool onAuthenticate(WebKitAuthenticationRequest* request);
     void onCommitted();
+    /// Shows the error page, a little later, if the page that has loaded is an HTTP error with an empty body.
+    /// A command that it has run is not offered again.
+    void replaceEmptyErrorResponse();
     void onLoadFailed(const char* url, const GError& error);
     bool onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
     void onNavigation(WebKitNavigationPolicyDecision* decision);
@@ -116,6 +102,7 @@ private:
     /// Nothing if the response is a page that this view may show.
     std::optional<FailureReason> reasonNotToShow(const std::string& url,
                                                  WebKitResponsePolicyDecision* decision) const;
+    void onStartPageFile(WebKitURISchemeRequest* request);
     void onScriptDialog(WebKitScriptDialog* dialog);
     void onProcessTerminated();
 

@@ -14,12 +14,6 @@ std::string requestURL(WebKitNavigationAction* action) {
     return webkit_uri_request_get_uri(webkit_navigation_action_get_request(action));
 }
 
-/// `url` as the engine normalises it.
-std::string normalised(const std::string& url) {
-    const GObjectPtr<WebKitURIRequest> request(webkit_uri_request_new(url.c_str()));
-    return webkit_uri_request_get_uri(request.get());
-}
-
 std::string contentDisposition(WebKitURIResponse* response) {
     SoupMessageHeaders* const headers = webkit_uri_response_get_http_headers(response);
     const char* const value =
@@ -28,6 +22,11 @@ std::string contentDisposition(WebKitURIResponse* response) {
 }
 
 }  // namespace
+
+std::string NativeWebView::normalisedRequest() const {
+    const GObjectPtr<WebKitURIRequest> request(webkit_uri_request_new(requestedURL.c_str()));
+    return webkit_uri_request_get_uri(request.get());
+}
 
 bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
     switch (type) {
@@ -45,17 +44,17 @@ bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyD
 /// of the error page; and by the start page while a page loads that the application has requested.
 void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
     WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(decision);
-    const auto url = requestURL(action);
+    const auto type = webkit_navigation_action_get_navigation_type(action);
+    const auto url = isStartURL(requestedURL) ? normalisedRequest() : requestURL(action);
     if (errorPageRequested && requestedURL.empty()) {
         webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
         return;
     }
     if (showsStartPage && currentLoad == Load::page && !requestedURL.empty() &&
-        !webkit_navigation_action_is_redirect(action) && url != normalised(requestedURL)) {
+        !webkit_navigation_action_is_redirect(action) && url != normalisedRequest()) {
         webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
         return;
     }
-    const auto type = webkit_navigation_action_get_navigation_type(action);
     const bool sendsForm = type == WEBKIT_NAVIGATION_TYPE_FORM_RESUBMITTED;
     const bool reloads =
         (type == WEBKIT_NAVIGATION_TYPE_RELOAD || sendsForm) && std::exchange(reloadRequested, false);
