@@ -58,12 +58,17 @@ class Installer:
             self.tool(name)
 
     def make_default_browser(self):
-        applications, config = self.home / ".local/share/applications", self.home / ".config"
-        applications.mkdir(parents=True)
+        self.desktop_entry("browser", f'"{self.tools}/browser"')
+        config = self.home / ".config"
         config.mkdir()
-        (applications / "browser.desktop").write_text(
-            f'[Desktop Entry]\nType=Application\nName=Browser\nExec="{self.tools}/browser" %u\n')
         (config / "mimeapps.list").write_text("[Default Applications]\nx-scheme-handler/http=browser.desktop\n")
+
+    def desktop_entry(self, name, command):
+        """Makes a desktop entry for a browser."""
+        applications = self.home / ".local/share/applications"
+        applications.mkdir(parents=True, exist_ok=True)
+        (applications / f"{name}.desktop").write_text(
+            f"[Desktop Entry]\nType=Application\nName=Browser\nExec={command} %u\n")
 
     def identify(self, **information):
         """Changes values of the bundle's Info.plist."""
@@ -134,10 +139,12 @@ class Installer:
         wait_for(lambda: len(read()) >= count)
         return read()
 
-    def processes(self, name):
-        """The process numbers of the program's processes of that name, the one with the least memory first."""
+    def processes(self, name, least=0):
+        """The process numbers of the program's processes of that name with at least so many KiB of memory, the
+        smallest first."""
         found = output("pgrep", "-d,", "-g", str(self.process.pid), name).strip()
-        return [int(number) for number in output("ps", "-o", "pid=", "--sort=rss", "-p", found).split()]
+        rows = output("ps", "-o", "pid=,rss=", "--sort=rss", "-p", found).splitlines()
+        return [int(number) for number, size in map(bytes.split, rows) if int(size) >= least]
 
     def kill_largest(self, name):
         """Kills the program's process of that name with the most memory."""
@@ -166,9 +173,6 @@ class Installer:
 
     def wait_for_no_sheet(self):
         assert wait_for(lambda: not self.sheet()), f"the sheet is {self.sheet()}"
-
-    def wait_for_window(self, state):
-        desktop.wait_for_window(TITLE, state)
 
     def close_window(self):
         """Closes the window as the window manager does; the program must exit with 0."""
