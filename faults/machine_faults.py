@@ -194,8 +194,10 @@ def _(it):
     it.start()
 
 
-@fault("configuration nested 200,000 levels deep", "sheet: Initialization failed. Failed to load app config from the "
-       "'/tmp/vok-*/Vok Installer.app/Contents/MacOS/Tools/installer_config.plist' file.")
-def _(it):
-    it.configuration = b"<plist>" + b"<dict><key>a</key>" * 200_000
-    it.start()
+for name, content in {"is no property list": b"garbage",
+                      "nested 200,000 levels deep": b"<plist>" + b"<dict><key>a</key>" * 200_000}.items():
+    @fault(f"configuration {name}", "sheet: Initialization failed. Failed to load app config from the "
+           "'/tmp/vok-*/Vok Installer.app/Contents/MacOS/Tools/installer_config.plist' file.")
+    def _(it, content=content):
+        it.configuration = content
+        it.start()

@@ -131,6 +131,12 @@ def _(it):
     it.start()
 
 
+@fault("first page answers 204", "error page: The server sent no page.")
+def _(it):
+    it.answers["/first"] = lambda request: request.answer("", 204)
+    it.start()
+
+
 @fault("first page is an attachment", "error page: This link is a download and cannot be opened here.")
 def _(it):
     it.answers["/first"] = lambda request: request.answer("file", Content_Disposition="attachment; filename=a.html")

@@ -14,13 +14,11 @@ TEST(DictionaryLookup, FindsValuesAndSaysWhatIsMissing) {
     EXPECT_EQ(FindValueInPlistFile(desktop, "/a.plist", "Key"), std::nullopt);
     EXPECT_EQ(FindValueInPlistFile(desktop, "/b.plist", "key"), std::nullopt);
 
-    const std::string noDict = "argument: GetStringFromDict: Invalid argument.";
-    const std::string noFile = "argument: FindValueFromPlistFile: Invalid argument.";
     EXPECT_EQ(failureOf([&] { GetStringFromDict(&dict, "Key"); }), "generic: " + missing("Key"));
-    EXPECT_EQ(failureOf([&] { GetStringFromDict(nullptr, "key"); }), noDict);
-    EXPECT_EQ(failureOf([&] { FindStringInDict(&dict, nullptr); }), noDict);
-    EXPECT_EQ(failureOf([&] { FindValueInPlistFile(desktop, nullptr, "key"); }), noFile);
-    EXPECT_EQ(failureOf([&] { FindValueInPlistFile(desktop, "/b.plist", nullptr); }), noFile);
+    EXPECT_EQ(failureOf([&] { FindStringInDict(&dict, nullptr); }),
+              "argument: GetStringFromDict: Invalid argument.");
+    EXPECT_EQ(failureOf([&] { FindValueInPlistFile(desktop, nullptr, "key"); }),
+              "argument: FindValueFromPlistFile: Invalid argument.");
 }
 
 using EnvironmentTest = InstallerTest;
@@ -61,8 +59,6 @@ TEST_F(EnvironmentTest, FirstLanguageOfTheUserElseTheDefault) {
     EXPECT_EQ(installer.getPreferredLanguage("en"), "en");
     desktop.languages = []() -> Languages { raise(ExceptionKind::NSGenericException, "no"); };
     EXPECT_EQ(installer.getPreferredLanguage("en"), "en");
-    desktop.languages = []() -> Languages { throw std::runtime_error("broken"); };
-    EXPECT_THROW(installer.getPreferredLanguage("en"), std::runtime_error);
 }
 
 TEST(LocalUsers, UsableAccountsAreKept) {

@@ -22,6 +22,13 @@ TEST_F(StartUpTest, PreparesTheWebViewAndShowsTheSplashPage) {
     EXPECT_NE(pid(), first);
 }
 
+TEST_F(StartUpTest, OnlyYesEnablesTheDeveloperTools) {
+    for (const std::string value : {"yes", "no", "Yes", ""}) {
+        config["developerMode"] = value;
+        EXPECT_EQ(start().at(1) == "developer tools", value == "yes") << value;
+    }
+}
+
 TEST_F(StartUpTest, MissingConfigurationEndsInASheet) {
     installer.applicationDidFinishLaunching();
     EXPECT_EQ(desktop.events,
@@ -51,10 +58,7 @@ TEST_F(StartUpTest, KnowsCommandURLsOnceItIsConfigured) {
 
 TEST_F(StartUpTest, PageHostsWithoutANameAreToldInASheet) {
     config["pageHosts"] = "  ";
-    desktop.propertyLists[tools + "/installer_config.plist"] = config;
-    installer.applicationDidFinishLaunching();
-    EXPECT_EQ(desktop.events.back(),
-              errorSheet("Initialization failed.\nThe value of 'pageHosts' names no host."));
+    EXPECT_EQ(start().back(), errorSheet("Initialization failed.\nThe value of 'pageHosts' names no host."));
 }
 
 TEST_F(StartUpTest, ShowsThePagesOfThePageHostsAlone) {
@@ -64,8 +68,8 @@ TEST_F(StartUpTest, ShowsThePagesOfThePageHostsAlone) {
     start();
     for (const std::string url :
          {"https://pages.test", "HTTPS://Pages.test:443/a", "http://pages.test:80?a",
-          "https://ann:x@pages.test#a", "http://local.test:8017/", "http://[::1]:8017/", "about:blank",
-          "file:///a", "data:text/html,a", "blob:https://other.test/a"})
+          "https://ann:x@pages.test#a", "https://ann@x@pages.test/", "http://local.test:8017/",
+          "http://[::1]:8017/", "about:blank", "file:///a", "data:text/html,a", "blob:https://other.test/a"})
         EXPECT_TRUE(installer.webViewMayShowPage(url)) << url;
     for (const std::string url :
          {"https://other.test/", "https://pages.test:80/", "http://pages.test:443/",
@@ -159,6 +163,9 @@ TEST_F(PageFlowTest, NextNavigationAfterANewWindowGoesToTheBrowser) {
     EXPECT_EQ(&installer.webViewCreateWebViewWithRequest(desktop, "https://a.test/2"), &desktop);
     EXPECT_EQ(decide("https://a.test/3"), (Events{"browse https://a.test/3", "ignore"}));
     EXPECT_EQ(decide("https://a.test/4"), Events{"use"});
+    installer.webViewCreateWebViewWithRequest(desktop, "https://a.test/5");
+    loseWebProcess();
+    EXPECT_EQ(decide(splash), Events{"use"});
 }
 
 TEST_F(PageFlowTest, LostWebProcessLeadsBackToTheSplashPageButNotForEver) {

@@ -2,12 +2,46 @@
 #include "commands/ProductInfo.h"
 #include "commands/RunProcess.h"
 #include "support/InstallerTest.h"
-#include "support/RecordingTool.h"
-#include "support/TemporaryDirectory.h"
 
+#include <Poco/TemporaryFile.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <sys/resource.h>
 #include <sys/wait.h>
+#include <thread>
 
 namespace vok::test {
+
+/// A copy at `path` of the recording tool, whose calls can be looked at afterwards.
+struct RecordingTool {
+    explicit RecordingTool(std::string file) : path(std::move(file)) {
+        std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+        std::filesystem::copy_file(RECORDING_TOOL, path);
+    }
+
+    void prints(const std::string& output) const { std::ofstream(path + ".output") << output; }
+    bool hasRun() const { return std::filesystem::exists(path + ".arguments"); }
+
+    /// What the tool was started with, its own path first, as "[argument][argument]..."; waits for a call and
+    /// forgets it. Empty when none comes for much longer than a start takes.
+    std::string takeArguments() const {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (!hasRun() && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        auto arguments = read(".arguments");
+        std::filesystem::remove(path + ".arguments");
+        return arguments;
+    }
+
+    std::string read(const char* ending) const {
+        std::ifstream stream(path + ending);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    const std::string path;
+};
 
 TEST(ExecuteScript, RaisesTheStatusOfTheShell) {
     const auto failure = [](std::optional<std::string> script) {
@@ -32,7 +66,7 @@ struct ToolsTest : InstallerTest {
         return waitpid(-1, &status, 0) > 0 ? status : -1;
     }
 
-    const TemporaryDirectory directory;
+    const Poco::TemporaryFile directory;
     const std::string bundle = directory.path() + "/Vok Test.app";
     const RecordingTool admin{bundle + "/Contents/MacOS/Tools/admin tool"};
     const RecordingTool tool{bundle + "/Contents/MacOS/Tools/install tool"};
@@ -43,8 +77,8 @@ using RunProcessTest = ToolsTest;
 TEST_F(RunProcessTest, StartsTheProgramWithNothingButItsPath) {
     RunProcess(tool.path.c_str());
     EXPECT_EQ(waitForChild(), 0);
-    EXPECT_EQ(tool.takeArguments(), Texts{tool.path});
-    EXPECT_EQ(tool.read(".environment"), Texts{});
+    EXPECT_EQ(tool.takeArguments(), "[" + tool.path + "]");
+    EXPECT_EQ(tool.read(".environment"), "");
 }
 
 TEST_F(RunProcessTest, ChildThatCannotStartEndsAsIfItHad) {
@@ -61,31 +95,20 @@ TEST_F(RunProcessTest, RunFirefoxReportsNothingAndLooksForItElsewhere) {
 
 using InstallCommandTest = ToolsTest;
 
-TEST_F(InstallCommandTest, InstallHandsOnAllParameters) {
-    const Texts arguments = {admin.path,
-                             tool.path,
-                             "command=Repair",
-                             "pid=" + pid(),
-                             "agentId=AGENT",
-                             "targetDir=/opt/target dir",
-                             "configTemplateUrl=cfg/template%201.xml",
-                             "installerUrl=pkg/setup.pkg?lang=de%2520",
-                             "reportUrl=a%20b%22c%60%5C%C3%B6"};
-    for (int repeated = 0; repeated < 2; ++repeated) {
-        EXPECT_EQ(run("command=Repair&configTemplateUrl=cfg/template%201.xml&reportUrl=a%20b%22c%60%5C%C3%B6"
-                      "&installerUrl=pkg/setup.pkg?lang%3Dde%2520"),
-                  Events{});
-        EXPECT_EQ(admin.takeArguments(), arguments);
-    }
-}
-
-TEST_F(InstallCommandTest, UninstallNeedsOnlyAReportUrlWhichTheShellExpands) {
+TEST_F(InstallCommandTest, ParametersReachTheToolEscapedAndThroughTheShell) {
     setenv("HOME", "/home/of somebody", 1);
-    const auto identifier = "pid=" + pid();
+    const auto started = "[" + admin.path + "][" + tool.path + "]";
+    const auto common = "[pid=" + pid() + "][agentId=AGENT][targetDir=/opt/target dir]";
+    EXPECT_EQ(run("command=Repair&configTemplateUrl=cfg/template%201.xml&reportUrl=a%20b%22c%60%5C%C3%B6"
+                  "&installerUrl=pkg/setup.pkg?lang%3Dde%2520"),
+              Events{});
+    EXPECT_EQ(admin.takeArguments(), started + "[command=Repair]" + common +
+                                         "[configTemplateUrl=cfg/template%201.xml]"
+                                         "[installerUrl=pkg/setup.pkg?lang=de%2520]"
+                                         "[reportUrl=a%20b%22c%60%5C%C3%B6]");
     EXPECT_EQ(run("command=UNINSTALL&reportUrl=r?$HOME"), Events{});
     EXPECT_EQ(admin.takeArguments(),
-              (Texts{admin.path, tool.path, "command=uninstall", identifier, "agentId=AGENT",
-                     "targetDir=/opt/target dir", "reportUrl=r?/home/of somebody"}));
+              started + "[command=uninstall]" + common + "[reportUrl=r?/home/of somebody]");
 }
 
 TEST_F(InstallCommandTest, SingleQuoteBreaksTheLineButAMissingToolIsNotNoticed) {
@@ -179,6 +202,16 @@ TEST_F(ProductInfoTest, ReadsMuchOutputToItsEnd) {
     EXPECT_EQ(probe(), noLine);
 }
 
+TEST_F(ProductInfoTest, LeavesTheLimitOfOpenFilesAsItWas) {
+    rlimit limit{};
+    getrlimit(RLIMIT_NOFILE, &limit);
+    limit.rlim_cur = limit.rlim_max;
+    setrlimit(RLIMIT_NOFILE, &limit);
+    probe();
+    getrlimit(RLIMIT_NOFILE, &limit);
+    EXPECT_EQ(limit.rlim_cur, limit.rlim_max);
+}
+
 TEST_F(ProductInfoTest, GetStateReportsToThePage) {
     const auto state = [&](const std::string& output) {
         tool.prints(output);
@@ -188,9 +221,10 @@ TEST_F(ProductInfoTest, GetStateReportsToThePage) {
     EXPECT_EQ(state(info + "0, \"version\": \"3.2\"}"), "productState=NotInstalled&version=3.2");
     EXPECT_EQ(state("Install info {{}}"), "productState=NotInstalled&version=");
     EXPECT_EQ(state("nothing"), "productState=NotInstalled");
-    EXPECT_EQ(tool.takeArguments(), (Texts{tool.path, "command=print_installed_product_info", "agentId=AGENT",
-                                           "targetDir=/opt/target dir", "print_info_prefix=Install info {{",
-                                           "print_info_suffix=}"}));
+    EXPECT_EQ(tool.takeArguments(),
+              "[" + tool.path +
+                  "][command=print_installed_product_info][agentId=AGENT][targetDir=/opt/target dir]"
+                  "[print_info_prefix=Install info {{][print_info_suffix=}]");
 }
 
 }  // namespace vok::test

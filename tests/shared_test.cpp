@@ -4,8 +4,6 @@
 
 namespace vok::test {
 
-namespace {
-
 TEST(SheetQueueTest, ShowsOneSheetAtATimeAndContinuesAfterOneThatCannotBeShown) {
     Events shown;
     takeLog();
@@ -72,7 +70,5 @@ TEST(NavigationDecisionsTest, LoadTheAddressOfANewWindowOnlyIfThatIsAllowed) {
     requestNewWindow(desktop, ui, policy, "http://h/a");
     EXPECT_EQ(desktop.takeEvents(), Events());
 }
-
-}  // namespace
 
 }  // namespace vok::test

@@ -4,40 +4,34 @@
 
 namespace vok::test {
 
-namespace {
-
 class TextsTest : public testing::Test {
 protected:
     void TearDown() override { useLanguage("en"); }
 };
 
 TEST_F(TextsTest, TakesTheNearestLanguage) {
-    const std::pair<const char*, const char*> rows[] = {
-        {"de", "de"},
-        {"de-AT", "de"},
-        {"DE_at", "de"},
-        {"pt-BR", "pt-BR"},
-        {"pt", "pt-BR"},
-        {"es-419", "es"},
-        {"zh", "zh-CN"},
-        {"zh-Hans", "zh-CN"},
-        {"zh-Hant", "en"},
-        {"zh-TW", "en"},
-        {"zh-Hans-TW", "zh-CN"},
-        {"ar-EG", "ar"},
-        {"en-GB", "en"},
-        {"da", "en"},
-        {"", "en"},
-        {"d", "en"},
-        {"deu", "en"},
-        {"German", "en"},
+    const std::pair<std::string, std::vector<std::string>> rows[] = {
+        {"de", {"de", "de-AT", "DE_at"}},
+        {"pt-BR", {"pt-BR", "pt"}},
+        {"es", {"es-419"}},
+        {"zh-CN", {"zh", "zh-Hans", "zh-Hans-TW"}},
+        {"ar", {"ar-EG"}},
+        {"en", {"en-GB", "zh-Hant", "zh-TW", "zh-HK", "zh-MO", "da", "", "d", "deu", "German"}},
     };
-    for (const auto& [code, language] : rows) {
-        useLanguage(code);
-        EXPECT_EQ(languageInUse(), language) << code;
-        EXPECT_EQ(isRightToLeft(), languageInUse() == "ar") << code;
-        EXPECT_EQ(translated(texts::cancel) == "Cancel", languageInUse() == "en") << code;
-    }
+    for (const auto& [language, codes] : rows)
+        for (const auto& code : codes) {
+            useLanguage(code);
+            EXPECT_EQ(languageInUse(), language) << code;
+            EXPECT_EQ(isRightToLeft(), language == "ar") << code;
+            EXPECT_EQ(translated(texts::cancel) == "Cancel", language == "en") << code;
+        }
+}
+
+TEST_F(TextsTest, KnowsLanguageCodes) {
+    for (const auto* const code : {"en", "pt-BR", "zh_Hans", "es-419"})
+        EXPECT_TRUE(isLanguageCode(code)) << code;
+    for (const auto* const code : {"", "en;q=1", "en GB", "größe"})
+        EXPECT_FALSE(isLanguageCode(code)) << code;
 }
 
 std::string textOf(const std::string& page, const std::string& begin, const std::string& end) {
@@ -86,7 +80,5 @@ TEST_F(TextsTest, ErrorPageIsInTheLanguageInUseAndTheLogIsNot) {
     EXPECT_NE(page.find("<html lang=\"ar\" dir=\"rtl\">"), page.npos);
     EXPECT_EQ(textOf(page, "<summary>", "<"), "التفاصيل");
 }
-
-}  // namespace
 
 }  // namespace vok::test

@@ -6,8 +6,6 @@
 
 namespace vok::test {
 
-namespace {
-
 TEST(BundleTest, IsTheDirectoryAroundTheProgram) {
     const auto path = backend().bundle.bundlePath();
     EXPECT_TRUE(path.starts_with('/')) << path;
@@ -20,7 +18,5 @@ TEST(BundleTest, HasTheInformationDictionaryOfItsFile) {
     EXPECT_EQ(info.at("CFBundleDisplayName"), "Contract Tests");
     EXPECT_EQ(info.at("CFBundleVersion"), "1.2.3");
 }
-
-}  // namespace
 
 }  // namespace vok::test

@@ -7,8 +7,6 @@
 
 namespace vok::test {
 
-namespace {
-
 class PropertyListReaderTest : public testing::Test {
 protected:
     std::optional<Dictionary> read(const std::string& content) {
@@ -24,29 +22,28 @@ protected:
 };
 
 TEST_F(PropertyListReaderTest, GivesEveryValueAsText) {
-    const auto list = read(xml(R"(<dict>
-        <key>entities</key><string>a=1&amp;b=&lt;2&gt; &#228;</string>
-        <key>ключ ü</key><string>日本 ü</string>
-        <key>empty</key><string></string>
-        <key>closed</key><string/>
-        <key>yes</key><true/>
-        <key>no</key><false/>
-        <key>integer</key><integer>42</integer>
-        <key>negative</key><integer>-7</integer>
-        <key>long</key><integer>5000000000</integer>
-        <key>real</key><real>0.1</real>
-        <key>whole</key><real>-3.0</real></dict>)"));
-    EXPECT_EQ(list, (Dictionary{{"entities", "a=1&b=<2> ä"},
-                                {"ключ ü", "日本 ü"},
-                                {"empty", ""},
-                                {"closed", ""},
-                                {"yes", "1"},
-                                {"no", "0"},
-                                {"integer", "42"},
-                                {"negative", "-7"},
-                                {"long", "5000000000"},
-                                {"real", "0.1"},
-                                {"whole", "-3"}}));
+    const struct {
+        std::string key, value, text;
+    } rows[] = {
+        {"entities", "<string>a=1&amp;b=&lt;2&gt; &#228;</string>", "a=1&b=<2> ä"},
+        {"ключ ü", "<string>日本 ü</string>", "日本 ü"},
+        {"empty", "<string></string>", ""},
+        {"closed", "<string/>", ""},
+        {"yes", "<true/>", "1"},
+        {"no", "<false/>", "0"},
+        {"integer", "<integer>42</integer>", "42"},
+        {"negative", "<integer>-7</integer>", "-7"},
+        {"long", "<integer>5000000000</integer>", "5000000000"},
+        {"real", "<real>0.1</real>", "0.1"},
+        {"whole", "<real>-3.0</real>", "-3"},
+    };
+    std::string list;
+    Dictionary expected;
+    for (const auto& [key, value, text] : rows) {
+        list.append("<key>").append(key).append("</key>").append(value);
+        expected[key] = text;
+    }
+    EXPECT_EQ(read(xml("<dict>" + list + "</dict>")), expected);
 }
 
 TEST_F(PropertyListReaderTest, GivesDatesAndCollectionsAsTheirSource) {
@@ -86,7 +83,5 @@ TEST_F(PropertyListReaderTest, GivesNothingForWhatIsNoDictionary) {
     EXPECT_EQ(backend().propertyLists.dictionaryWithContentsOfFile(file.path() + ".missing"), std::nullopt);
     EXPECT_EQ(backend().propertyLists.dictionaryWithContentsOfFile("/"), std::nullopt);
 }
-
-}  // namespace
 
 }  // namespace vok::test

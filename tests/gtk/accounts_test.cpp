@@ -11,8 +11,6 @@
 
 namespace vok::test {
 
-namespace {
-
 using Step = LocalIdentitiesFailure::Step;
 using Texts = std::vector<std::string>;
 constexpr auto machineUUID = "5F0C1D9B-7E3A-4C28-9B64-2AD7C18350EF";
@@ -34,12 +32,15 @@ protected:
         g_test_dbus_down(bus.get());
     }
 
-    /// Starts a service whose ListCachedUsers runs `code`, in Python, for a value of the D-Bus type `type`.
-    void startService(const std::string& type, const std::string& code) {
+    void startService() {
         service.emplace(Poco::Process::launch(
             "/usr/bin/python3", {"-m", "dbusmock", "--system", "-l", "/dev/null", "org.freedesktop.Accounts",
                                  "/org/freedesktop/Accounts", "org.freedesktop.Accounts"}));
         ASSERT_EQ(std::system("gdbus wait --system --timeout 20 org.freedesktop.Accounts"), 0);
+    }
+
+    /// Lets ListCachedUsers run `code`, in Python, for a value of the D-Bus type `type`.
+    void listUsers(const std::string& type, const std::string& code) {
         call("AddMethod org.freedesktop.Accounts ListCachedUsers '' " + type + " \"" + code + "\"");
     }
 
@@ -68,7 +69,8 @@ private:
 };
 
 TEST_F(AccountsServiceTest, DescribesEveryAccount) {
-    startService("ao", "ret = ['/u/1', '/u/2', '/u/3', '/u/4']");
+    startService();
+    listUsers("ao", "ret = ['/u/1', '/u/2', '/u/3', '/u/4']");
     addUser("/u/1", "'Uid': <uint64 1001>, 'UserName': <'ann'>, 'RealName': <'Ann Ü'>, 'Locked': <false>");
     addUser("/u/2", "'Uid': <uint64 1002>, 'UserName': <'bob'>, 'RealName': <''>");
     addUser("/u/3", "'Uid': <uint64 1003>, 'UserName': <'eve'>, 'RealName': <'Eve'>, 'Locked': <true>");
@@ -89,7 +91,8 @@ TEST_F(AccountsServiceTest, DescribesEveryAccount) {
 }
 
 TEST_F(AccountsServiceTest, ARequestAheadIsUsedOnce) {
-    startService("ao", "self.calls = getattr(self, 'calls', 0) + 1; ret = ['/u/1'] * self.calls");
+    startService();
+    listUsers("ao", "self.calls = getattr(self, 'calls', 0) + 1; ret = ['/u/1'] * self.calls");
     addUser("/u/1", "'UserName': <'ann'>");
     LinuxMachine machine;
     machine.requestLocalIdentities();
@@ -97,25 +100,19 @@ TEST_F(AccountsServiceTest, ARequestAheadIsUsedOnce) {
         EXPECT_EQ(std::get<std::vector<LocalIdentity>>(machine.localIdentities()).size(), call);
 }
 
-TEST_F(AccountsServiceTest, AServiceThatFailsIsAFailedExecutionWithItsText) {
-    startService("ao", "raise dbus.exceptions.DBusException('Out of order.', name='org.example.Broken')");
-    const auto [step, description] = failure();
-    EXPECT_EQ(step, Step::execution);
-    EXPECT_NE(description.value_or("").find("Out of order."), std::string::npos) << description.value_or("");
-}
-
-TEST_F(AccountsServiceTest, AnAnswerOfAnotherTypeIsAFailedExecution) {
-    startService("s", "ret = 'nobody'");
+TEST_F(AccountsServiceTest, AFailureNamesItsStep) {
+    EXPECT_EQ(failure().step, Step::query) << "there is no service";
+    startService();
+    listUsers("ao", "raise dbus.exceptions.DBusException('Out of order.', name='org.example.Broken')");
     EXPECT_EQ(failure().step, Step::execution);
+    EXPECT_NE(failure().description.value_or("").find("Out of order."), std::string::npos);
+    listUsers("s", "ret = 'nobody'");
+    EXPECT_EQ(failure().step, Step::execution) << "the answer is of another type";
 }
-
-TEST_F(AccountsServiceTest, NoServiceIsAQueryThatCannotBePut) { EXPECT_EQ(failure().step, Step::query); }
 
 TEST_F(AccountsServiceTest, NoBusIsAMissingAuthority) {
     setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent", 1);
     EXPECT_EQ(failure().step, Step::authority);
 }
-
-}  // namespace
 
 }  // namespace vok::test

@@ -2,14 +2,10 @@
 
 #include <Poco/TemporaryFile.h>
 #include <gtest/gtest.h>
-#include <plist/plist.h>
 
 #include <fstream>
-#include <memory>
 
 namespace vok::test {
-
-namespace {
 
 std::optional<Dictionary> read(const std::string& content) {
     const Poco::TemporaryFile file;
@@ -17,18 +13,13 @@ std::optional<Dictionary> read(const std::string& content) {
     return PlistReader().dictionaryWithContentsOfFile(file.path());
 }
 
-// libplist aborts on reading a UTF-16 string with a zero byte.
+// libplist aborts on reading a UTF-16 string with a zero byte. Key and value here are UTF-16.
 TEST(PlistReaderTest, RefusesZeroBytesInBinaryLists) {
-    const std::unique_ptr<void, decltype(&plist_free)> root(plist_new_dict(), plist_free);
-    plist_dict_set_item(root.get(), "größe", plist_new_string("Vök"));
-    char* bytes = nullptr;
-    std::uint32_t length = 0;
-    plist_to_bin(root.get(), &bytes, &length);
-    const std::unique_ptr<char, decltype(&std::free)> owned(bytes, std::free);
-
-    const std::string list(bytes, length);
-    EXPECT_EQ(read(list), (Dictionary{{"größe", "Vök"}}));
-    for (const char letter : {'g', 'V'}) {
+    const std::string list("bplist00\xD1\1\2\x61\0\xE4\x61\0\xF6\x08\x0B\x0E\0\0\0\0\0\0\1\1\0\0\0\0\0\0\0\3"
+                           "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\x11",
+                           52);
+    EXPECT_EQ(read(list), (Dictionary{{"ä", "ö"}}));
+    for (const char letter : {'\xE4', '\xF6'}) {
         auto withZeroByte = list;
         withZeroByte[list.find(letter)] = '\0';
         EXPECT_EQ(read(withZeroByte), std::nullopt);
@@ -62,15 +53,5 @@ TEST(PlistReaderTest, ObeysAByteOrderMark) {
               std::nullopt)
         << "half a surrogate pair";
 }
-
-// libplist would recurse until the stack overflows.
-TEST(PlistReaderTest, RefusesDeepNesting) {
-    std::string content = "<plist><dict><key>a</key>";
-    for (int i = 0; i < 200'000; ++i)
-        content += "<array>";
-    EXPECT_EQ(read(content), std::nullopt);
-}
-
-}  // namespace
 
 }  // namespace vok::test

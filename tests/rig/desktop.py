@@ -19,12 +19,6 @@ def type_text(text):
     output("xdotool", "type", text)
 
 
-def click_middle(name, button):
-    """Clicks on the middle of the window."""
-    for window in windows(name, "--onlyvisible"):
-        output("xdotool", "mousemove", "--window", window, "450", "450", "click", str(button))
-
-
 def click(x=450, y=340, button=1):
     """Clicks on the active window, near its middle unless told."""
     output("xdotool", "getactivewindow", "mousemove", "--window", "%1", str(x), str(y), "click", str(button))
@@ -48,15 +42,10 @@ def window_state(name):
     return ""
 
 
-def picture(window):
-    """A window as PNG."""
-    return output("import", "-window", window, "png:-")
-
-
 def is_blank(name):
     """Whether the middle of the window has only one colour."""
     shown = windows(name, "--onlyvisible")
-    content = picture(shown[0]) if shown else b""
+    content = output("import", "-window", shown[0], "png:-") if shown else b""
     middle = ("-gravity", "center", "-crop", "90%x80%+0+0")
     return output("convert", "png:-", *middle, "-format", "%k", "info:", input=content) in (b"", b"1")
 

@@ -58,12 +58,17 @@ class Installer:
             self.tool(name)
 
     def make_default_browser(self):
-        applications, config = self.home / ".local/share/applications", self.home / ".config"
-        applications.mkdir(parents=True)
+        self.desktop_entry("browser", f'"{self.tools}/browser"')
+        config = self.home / ".config"
         config.mkdir()
-        (applications / "browser.desktop").write_text(
-            f'[Desktop Entry]\nType=Application\nName=Browser\nExec="{self.tools}/browser" %u\n')
         (config / "mimeapps.list").write_text("[Default Applications]\nx-scheme-handler/http=browser.desktop\n")
+
+    def desktop_entry(self, name, command):
+        """Makes a desktop entry for a browser."""
+        applications = self.home / ".local/share/applications"
+        applications.mkdir(parents=True, exist_ok=True)
+        (applications / f"{name}.desktop").write_text(
+            f"[Desktop Entry]\nType=Application\nName=Browser\nExec={command} %u\n")
 
     def identify(self, **information):
         """Changes values of the bundle's Info.plist."""
@@ -166,9 +171,6 @@ class Installer:
 
     def wait_for_no_sheet(self):
         assert wait_for(lambda: not self.sheet()), f"the sheet is {self.sheet()}"
-
-    def wait_for_window(self, state):
-        desktop.wait_for_window(TITLE, state)
 
     def close_window(self):
         """Closes the window as the window manager does; the program must exit with 0."""

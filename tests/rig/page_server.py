@@ -68,6 +68,11 @@ class PageServer(http.server.ThreadingHTTPServer):
         with self.lock:
             self.expected[path].append(answer or page(path.partition("?")[0]))
 
+    def expect_shown(self, path):
+        """Expects one more request for `path`, and one for /last by the page there once it is shown."""
+        self.expect(path, page(path.partition("?")[0], "/last"))
+        self.expect("/last")
+
     def missing(self):
         """The paths of the expected requests that have not come yet."""
         with self.lock:

@@ -92,6 +92,7 @@ struct FakePlatform final : Application,
     void setShouldUpdateWhileOffscreen(bool update) override {
         record(update ? "update off screen" : "rest");
     }
+    void enableDeveloperTools() override { record("developer tools"); }
     void setPreferredLanguage(const std::string& code) override { record("language " + code); }
     void setFrameLoadDelegate(WebFrameLoadDelegate& delegate) override { frameLoadDelegate = &delegate; }
     void setPolicyDelegate(WebPolicyDelegate& delegate) override { policyDelegate = &delegate; }

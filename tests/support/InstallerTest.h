@@ -44,12 +44,12 @@ inline std::string report(const std::string& action, const std::string& params =
 
 /// An installer with a fake platform and a complete configuration.
 struct InstallerTest : testing::Test {
-    /// Launches the installer with the current configuration, and clears the events.
-    void start() {
+    /// Launches the installer with the current configuration. Returns the events, and clears the log.
+    Events start() {
         desktop.propertyLists[desktop.bundle + "/Contents/MacOS/Tools/installer_config.plist"] = config;
         installer.applicationDidFinishLaunching();
-        desktop.takeEvents();
         takeLog();
+        return desktop.takeEvents();
     }
 
     /// The events when `url` has loaded in the main frame, with "PID" for the run's identifier.

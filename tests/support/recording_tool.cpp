@@ -1,5 +1,5 @@
 // Beside itself, at its own path with an ending, the tool leaves the variables (.environment) and then the
-// arguments (.arguments) that it was started with, zero-terminated; it prints what its .output file holds.
+// arguments (.arguments) that it was started with, each in brackets; it prints what its .output file holds.
 
 #include <filesystem>
 #include <fstream>
@@ -10,7 +10,7 @@ extern char** environ;
 static void record(const std::string& file, char** texts) {
     std::ofstream stream(file + ".part", std::ios::binary);
     for (; *texts; ++texts)
-        stream << *texts << '\0';
+        stream << '[' << *texts << ']';
     stream.close();
     std::filesystem::rename(file + ".part", file);
 }

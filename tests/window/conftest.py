@@ -20,9 +20,15 @@ def server(installer):
 
 
 @pytest.fixture
-def start(installer, server):
-    """Starts the installer, whose first page then navigates to a URL."""
-    def start_with_first_page(then):
-        server.expect(installer.first_path(), page("first", then))
+def start_with(installer, server):
+    """Starts the installer with a first page."""
+    def start_with_page(first_page=None):
+        server.expect(installer.first_path(), first_page)
         installer.start()
-    return start_with_first_page
+    return start_with_page
+
+
+@pytest.fixture
+def start(start_with):
+    """Starts the installer, whose first page then navigates to a URL."""
+    return lambda then: start_with(page("first", then))

@@ -36,13 +36,13 @@ def test_a_page_that_objects_closes_only_when_the_user_says_leave(installer, tou
     assert installer.exit_status() == 0
 
 
-def test_a_page_that_does_not_object_closes_at_the_first_request(installer, server):
-    server.expect(installer.first_path(), script_page("fetch('/ready')"))
+@pytest.mark.parametrize("key", ["alt+F4", "ctrl+w"])
+def test_a_page_that_does_not_object_closes_at_the_first_request(installer, server, start_with, key):
     server.expect("/ready")
-    installer.start()
+    start_with(script_page("fetch('/ready')"))
     installer.wait_for_requests()
     desktop.wait_for_active_window(TITLE)
-    desktop.press_key("alt+F4")
+    desktop.press_key(key)
     assert installer.exit_status() == 0
 
 

@@ -1,6 +1,5 @@
 """Commands, from the command URL to what the user, the tools and the callback page see."""
 
-import re
 import subprocess
 
 from rig import desktop
@@ -25,7 +24,8 @@ def set_restart(code):
            "org.freedesktop.DBus.Mock.AddMethod", "org.freedesktop.login1.Manager", "Reboot", "b", "", code)
 
 
-def test_commands_report_on_their_callback_pages(installer, server, start):
+def test_commands_report_on_their_callback_pages(installer, server, start_with):
+    """The first page redirects to the first of them."""
     installer.environment |= NO_BROWSERS
     installer.tool("install tool", """printf 'noise\\nInstall info {{"installed": 1, "version": "3.2"}\\n'""")
     browsers, cancel = installer.command("getbrowsers", "/browsers"), installer.command("Cancel", "/cancelled?step=3")
@@ -37,7 +37,7 @@ def test_commands_report_on_their_callback_pages(installer, server, start):
     server.expect("/cancelled?step=3&" + report("Cancel"), page("cancelled", state))
     server.expect(state)
     server.expect("/state?" + report("getstate", "productState=Installed&version=3.2"))
-    start(browsers)
+    start_with(redirect(browsers))
     installer.wait_for_requests()
     assert installer.calls("install tool") == [
         "[command=print_installed_product_info][agentId=AGENT][targetDir=/opt/target dir]"
@@ -45,12 +45,12 @@ def test_commands_report_on_their_callback_pages(installer, server, start):
 
 
 def test_browsers_of_the_desktop_are_named_and_started(installer, server, start):
+    """Like a snap, Chromium is started by env, which has its own --version."""
     installer.environment |= NO_BROWSERS
-    for entry, program, version in (("firefox-esr", "fire fox", "Mozilla Firefox 128.3.0esr"),
-                                    ("chromium", "chromium", "Chromium 120.0.6099.109 built on Debian 12")):
-        installer.tool(program, f"echo '{version}'")
-        (installer.home / f".local/share/applications/{entry}.desktop").write_text(
-            f'[Desktop Entry]\nType=Application\nName=Browser\nExec="{installer.tools}/{program}" %u\n')
+    installer.tool("fire fox", "echo 'Mozilla Firefox 128.3.0esr'")
+    installer.desktop_entry("firefox-esr", f'"{installer.tools}/fire fox"')
+    installer.tool("chromium", "echo 'Chromium 120.0.6099.109 built on Debian 12'")
+    installer.desktop_entry("chromium_chromium", f'env BAMF_DESKTOP_FILE_HINT=/a.desktop "{installer.tools}/chromium"')
     browsers, firefox = installer.command("getbrowsers", "/browsers"), installer.command("runfirefox", "/never")
     server.expect(browsers)
     server.expect("/browsers?" + report(
@@ -62,20 +62,6 @@ def test_browsers_of_the_desktop_are_named_and_started(installer, server, start)
     assert installer.calls("fire fox", 2) == ["[--version]", "[]"]
 
 
-def test_a_browser_that_env_starts_is_asked_for_its_version(installer, server, start):
-    """Like a snap. env has its own --version."""
-    installer.environment |= NO_BROWSERS
-    installer.tool("fire fox", "echo 'Mozilla Firefox 128.0'")
-    (installer.home / ".local/share/applications/firefox_firefox.desktop").write_text(
-        "[Desktop Entry]\nType=Application\nName=Browser\n"
-        f'Exec=env BAMF_DESKTOP_FILE_HINT=/a.desktop "{installer.tools}/fire fox" %u\n')
-    browsers = installer.command("getbrowsers", "/browsers")
-    server.expect(browsers)
-    server.expect("/browsers?" + report("getbrowsers", "type[0]=firefox&version[0]=128.0&"))
-    start(browsers)
-    installer.wait_for_requests()
-
-
 def test_a_single_option_prints_and_ends(installer):
     """Without a display."""
     environment = {"PATH": installer.environment["PATH"]}
@@ -85,17 +71,7 @@ def test_a_single_option_prints_and_ends(installer):
     assert "journalctl -t vok-installer" in usage
 
 
-def test_tools_do_not_inherit_the_renderer(installer, server, start):
-    installer.tool("install tool", "env | grep -E '^(GSK_RENDERER|GDK_DEBUG|GDK_DISABLE|WEBKIT_)' || "
-                   """echo 'Install info {{"installed": 1, "version": "free"}'""")
-    state = installer.command("getstate")
-    server.expect(state)
-    server.expect("/back?" + report("getstate", "productState=Installed&version=free"))
-    start(state)
-    installer.wait_for_requests()
-
-
-def test_hide_miniaturises_and_the_page_keeps_its_speed(installer, server, start):
+def test_a_hidden_page_keeps_its_speed_and_a_second_start_brings_the_window_back(installer, server, start):
     hide = installer.command("hide")
     server.expect(hide)
     server.expect("/back?" + report("hide"), script_page("""
@@ -109,46 +85,26 @@ def test_hide_miniaturises_and_the_page_keeps_its_speed(installer, server, start
     start(hide)
     installer.wait_for_requests()
     desktop.wait_for_window(TITLE, "Iconic")
-
-
-def test_finish_ends_the_program(installer, server, start):
-    finish = installer.command("finish", callback=None)
-    server.expect(finish)
-    start(finish)
-    assert installer.exit_status() == 0
-
-
-def test_install_commands_start_the_tool_with_its_arguments(installer, server, start):
-    repair = installer.command("Repair", configTemplateUrl="cfg%20ü.xml", installerUrl="a/b?c=d", reportUrl="r\"%")
-    uninstall = installer.command("UNINSTALL", callback=None, reportUrl="r?s=1")
-    server.expect(repair, script_page(f"onload = () => fetch('/go').then(() => location = '{uninstall}')"))
-    server.expect("/go", lambda request: installer.calls("admin tool", 1) and page("go"))
-    server.expect(uninstall)
-    start(repair)
-    installer.wait_for_requests()
-    common = "[pid=PID][agentId=AGENT][targetDir=/opt/target dir]"
-    tool = f"[{installer.tools}/install tool]"
-    assert [re.sub("pid=[-0-9A-F]{36}", "pid=PID", call) for call in installer.calls("admin tool", 2)] == [
-        f"{tool}[command=Repair]{common}"
-        "[configTemplateUrl=cfg%2520%C3%BC.xml][installerUrl=a/b?c=d][reportUrl=r%22%25]",
-        f"{tool}[command=uninstall]{common}[reportUrl=r?s=1]"]
-
-
-def test_a_refused_restart_is_shown(installer, server, start):
-    set_restart("raise dbus.exceptions.DBusException('Not <b>now</b>.', name='org.example.Refused')")
-    reboot = installer.command("reboot", callback=None)
-    server.expect(reboot)
-    start(reboot)
-    installer.wait_for_sheet("Error", "Reboot failed.\nNot <b>now</b>.", "OK")
+    second = installer.launch()
+    assert second.wait(60) == 0
+    assert not output("pgrep", "-g", str(second.pid)), "the second start has left a process"
+    desktop.wait_for_window(TITLE, "Normal")
     assert installer.is_running()
 
 
-def test_an_accepted_restart_ends_the_program(installer, server, start):
+def test_a_refused_restart_is_shown_and_an_accepted_one_ends_the_program(installer, server, start):
+    refused, accepted = (installer.command("reboot", callback=None, number=number) for number in "12")
     asked = installer.directory / "restart"
-    set_restart(f"if args[0]: open('{asked}', 'w')")
-    reboot = installer.command("reboot", callback=None)
-    server.expect(reboot)
-    start(reboot)
+
+    def accept(_):
+        installer.wait_for_sheet("Error", "Reboot failed.\nNot <b>now</b>.", "OK")
+        set_restart(f"if args[0]: open('{asked}', 'w')")
+        return ""
+    set_restart("raise dbus.exceptions.DBusException('Not <b>now</b>.', name='org.example.Refused')")
+    server.expect(refused, script_page(f"onload = () => fetch('/accept').then(() => location = '{accepted}')"))
+    server.expect("/accept", accept)
+    server.expect(accepted)
+    start(refused)
     assert installer.exit_status() == 0
     assert asked.exists()
 
@@ -163,30 +119,10 @@ def test_sheets_show_their_text_literally_and_one_after_the_other(installer, ser
     start(first)
     installer.wait_for_requests()
     installer.wait_for_log(server.url("/last"))
+    desktop.wait_for_active_window("Error")
     for message in ("Unsupported command (command = '<b>%d\n&amp;\N{REPLACEMENT CHARACTER}').",
                     "Unsupported command (command = 'second').", "Invalid argument (urlQuery is nil)."):
         installer.wait_for_sheet("Error", f"Failed to execute command.\n{message}", "OK")
         installer.press_sheet_button()
     installer.wait_for_no_sheet()
     installer.close_window()
-
-
-def test_the_first_page_may_redirect_to_a_command(installer, server):
-    state = installer.command("getstate")
-    server.expect(installer.first_path(), redirect(state))
-    server.expect(state)
-    server.expect("/back?" + NOT_INSTALLED)
-    installer.start()
-    installer.wait_for_requests()
-    assert len(installer.calls("install tool")) == 1
-
-
-def test_a_command_in_a_sub_frame_runs_nothing(installer, server):
-    wrong, state = installer.command("getstate", "/wrong"), installer.command("GETSTATE")
-    server.expect(installer.first_path(), f"<!doctype html><iframe src='{wrong}'></iframe>{page('first', state)}")
-    server.expect(wrong)
-    server.expect(state)
-    server.expect("/back?" + report("GETSTATE", "productState=NotInstalled"))
-    installer.start()
-    installer.wait_for_requests()
-    assert len(installer.calls("install tool")) == 1

@@ -5,7 +5,7 @@ import time
 
 import pytest
 
-from rig import accessibility, desktop
+from rig import desktop
 from rig.installer import TITLE
 from rig.page_server import hang_up, page, redirect, script_page
 from rig.waiting import wait_for
@@ -25,6 +25,14 @@ def start_again(installer):
         return wait_for(lambda: not installer.server.missing(), 2)
     desktop.wait_for_active_window(TITLE)
     assert wait_for(pressed)
+
+
+def late(answer):
+    """The answer, after 3 seconds."""
+    def wait(request):
+        time.sleep(3)
+        return answer(request) if callable(answer) else answer
+    return wait
 
 
 def unauthorized(request):
@@ -52,17 +60,11 @@ def sign_in(installer, message=SIGN_IN, password="pass word"):
     desktop.press_key("Return")
 
 
-def test_a_first_page_that_needs_a_password_asks_for_it(installer, server):
+def test_a_first_page_that_needs_a_password_asks_for_it(installer, server, start_with):
     def wrong(request):
         assert request.headers["Authorization"] != CREDENTIALS
         request.answer("", 401, WWW_Authenticate='Basic realm="pages"')
-    server.expect(installer.first_path(), unauthorized)
-    installer.start()
-    wait_for_sign_in(installer, SIGN_IN)
-    desktop.press_key("Escape")
-    installer.wait_for_log(PASSWORD_REQUIRED)
-    server.expect(installer.first_path(), unauthorized)
-    try_again(installer)
+    start_with(unauthorized)
     server.expect(installer.first_path(), wrong)
     sign_in(installer, password="wrong")
     server.expect(installer.first_path(), authorized("/last"))
@@ -106,68 +108,32 @@ def test_a_proxy_that_needs_a_password_asks_for_it(installer, server):
     installer.wait_for_requests()
 
 
-@pytest.mark.parametrize("begun", [
-    "<meta http-equiv=refresh content=1>", "<script>onload = () => location = 'COMMAND'</script>",
-    "<script>setTimeout(() => location = 'COMMAND', 1000)</script>",
-], ids=["refresh", "at-once", "later"])
-def test_what_the_splash_page_begins_is_not_loaded(installer, server, begun):
-    """A script may stop the load of the first page, which the error page then offers again."""
-    command = installer.command("uninstall", callback=None, reportUrl="r")
-    installer.splash.write_text(page("splash") + begun.replace("COMMAND", server.url(command)))
-    server.answers["/command"] = page("command")
-    def late(_):
-        time.sleep(3)
-        return page("first", "/last")
-    server.expect(installer.first_path(), late)
-    server.expect("/last")
-    installer.start()
-    assert wait_for(lambda: not server.missing() or f"Failed to load '{server.url('/first')}" in installer.log())
-    if server.missing():
-        server.expect(installer.first_path(), page("first", "/last"))
-        try_again(installer)
-    assert installer.calls("admin tool") == []
-
-
 def test_an_empty_error_at_a_command_url_does_not_offer_the_command_again(installer, server, start):
     uninstall = installer.command("uninstall", callback=None, reportUrl="r")
     server.expect(uninstall, lambda request: request.answer("", 404))
     start(uninstall)
     installer.wait_for_log(f"Failed to load '{server.url(uninstall)}' (The server reported an error: 404 Not Found.).")
     desktop.press_key("F5")
-    server.expect(installer.first_path(), page("first", "/last"))
-    server.expect("/last")
+    server.expect_shown(installer.first_path())
     try_again(installer)  # Return is the only button, "Start again"
     assert len(installer.calls("admin tool", 1)) == 1
 
 
-def test_start_again_leads_from_a_failed_page_to_the_first_page(installer, server):
-    server.answers["/gone"] = hang_up
-    server.expect(installer.first_path(), "<a href='#'>Link</a><script>onload = () => location = '/gone'</script>")
-    installer.start()
-    installer.wait_for_log(f"Failed to load '{server.url('/gone')}'")
-    server.expect(installer.first_path(), page("first", "/last"))
-    server.expect("/last")
-    start_again(installer)
-
-
-def test_what_the_splash_page_begins_later_ends_after_start_again_too(installer, server):
-    """The requested page then fails, and redirects."""
+@pytest.mark.parametrize("begun", [
+    "<meta http-equiv=refresh content=1>", "<script>onload = () => location = 'COMMAND'</script>",
+    "<script>setTimeout(() => location = 'COMMAND', 1000)</script>",
+], ids=["refresh", "at-once", "later"])
+def test_what_the_splash_page_begins_is_not_loaded(installer, server, start_with, begun):
+    """A script may stop the load of the first page, which the error page then offers again."""
     command = installer.command("uninstall", callback=None, reportUrl="r")
-    installer.splash.write_text(script_page(f"setTimeout(() => location = '{server.url(command)}', 1000)"))
+    installer.splash.write_text(page("splash") + begun.replace("COMMAND", server.url(command)))
     server.answers["/command"] = page("command")
-    def late(answer):
-        def wait(request):
-            time.sleep(3)
-            return answer(request)
-        return wait
-    server.expect(installer.first_path(), hang_up)
-    installer.start()
-    for failures, answer in enumerate([hang_up, redirect("/moved")], 1):
-        assert wait_for(lambda: installer.log().count(f"Failed to load '{server.url('/first')}") == failures)
-        server.expect(installer.first_path(), late(answer))
-        start_again(installer)
-    server.expect("/moved")
-    installer.wait_for_requests()
+    server.expect_shown("/moved")
+    start_with(late(redirect("/moved")))
+    assert wait_for(lambda: not server.missing() or f"Failed to load '{server.url('/first')}" in installer.log())
+    if server.missing():
+        server.expect(installer.first_path(), redirect("/moved"))
+        try_again(installer)
     assert installer.calls("admin tool") == []
 
 
@@ -176,19 +142,8 @@ def test_a_script_as_a_callback_never_runs(installer, server, start):
     server.expect(state)
     start(state)
     installer.wait_for_log("(This address is not allowed.).")
-    server.expect(installer.first_path(), page("first", "/last"))
-    server.expect("/last")
+    server.expect_shown(installer.first_path())
     try_again(installer)  # Return is the only button, "Start again"
-
-
-@pytest.mark.parametrize("key", ["F5", "ctrl+r"])
-def test_a_page_is_loaded_again(installer, server, key):
-    server.expect(installer.first_path(), lambda request: request.answer(page("not found"), 404))
-    installer.start()
-    installer.wait_for_requests()
-    server.expect(installer.first_path(), page("first", "/last"))
-    server.expect("/last")
-    try_again(installer, key)
 
 
 def test_a_callback_page_is_loaded_again_without_its_command(installer, server, start):
@@ -197,65 +152,39 @@ def test_a_callback_page_is_loaded_again_without_its_command(installer, server, 
     server.expect(f"/back?{NOT_INSTALLED}")
     start(state)
     installer.wait_for_requests()
-    server.expect(f"/back?{NOT_INSTALLED}", page("back", "/last"))
-    server.expect("/last")
+    server.expect_shown(f"/back?{NOT_INSTALLED}")
     try_again(installer, "F5")
     assert len(installer.calls("install tool")) == 1
 
 
-def test_a_page_with_the_result_of_a_form_is_loaded_again_without_the_form(installer, server):
-    server.expect(installer.first_path(),
-                  "<form method=post action=/form></form><script>document.forms[0].submit()</script>")
-    server.expect("POST /form")
-    installer.start()
-    installer.wait_for_log(f"frameUrl = {server.url('/form')}")
-    server.expect("/form")
-    try_again(installer, "F5")
-
-
-def test_a_page_at_a_command_url_is_not_loaded_again(installer, server, start):
+def test_a_page_at_a_command_url_is_not_loaded_again_and_a_form_is_not_sent_again(installer, server, start):
     uninstall = installer.command("uninstall", callback=None, reportUrl="r")
-    server.expect(uninstall, script_page("onkeydown = event => { if (event.key == 'n') location = '/next' }"))
-    server.expect("/next")
+    server.expect(uninstall, "<form method=post action=/form></form>" + script_page(
+        "onkeydown = event => { if (event.key == 'n') document.forms[0].submit() }"))
+    server.expect("POST /form")
     start(uninstall)
     assert len(installer.calls("admin tool", 1)) == 1
     desktop.wait_for_active_window(TITLE)
     for key in "F5", "ctrl+r", "n":
         desktop.press_key(key)
-    installer.wait_for_requests()
+    installer.wait_for_log(f"frameUrl = {server.url('/form')}")
+    server.expect("/form")
+    try_again(installer, "ctrl+r")
     assert len(installer.calls("admin tool")) == 1
 
 
-def test_the_splash_page_is_not_loaded_again(installer, server):
-    def late(_):
-        desktop.wait_for_active_window(TITLE)
-        desktop.press_key("F5")
-        time.sleep(2)
-        return page("first", "/last")
-    server.expect(installer.first_path(), late)
+def test_the_splash_page_is_not_loaded_again(installer, server, start_with):
     server.expect("/last")
-    installer.start()
-    installer.wait_for_requests()
-
-
-def test_the_context_menu_loads_a_page_again(installer, server):
-    server.expect(installer.first_path())
-    installer.start()
-    installer.wait_for_requests()
+    start_with(late(page("first", "/last")))
+    installer.wait_for_log("Navigated to splash page.")
     desktop.wait_for_active_window(TITLE)
-    server.expect(installer.first_path())
-    desktop.click_middle(TITLE, button=3)
-    items = lambda: [item for item in accessibility.elements(installer.process.pid) if item.role == "menu item"]
-    assert wait_for(items)
-    assert [item.name for item in items()] == ["Reload"]
-    accessibility.press(installer.process.pid, "menu item")
+    desktop.press_key("F5")
     installer.wait_for_requests()
 
 
-def test_a_link_to_a_refused_port_is_a_failed_load(installer, server):
-    server.expect(installer.first_path(), "<a href='http://127.0.0.1:25/mail'>Link</a>"
-                  "<script>onload = () => document.links[0].click()</script>")
-    installer.start()
+def test_a_link_to_a_refused_port_is_a_failed_load(installer, server, start_with):
+    start_with("<a href='http://127.0.0.1:25/mail'>Link</a>"
+               "<script>onload = () => document.links[0].click()</script>")
     installer.wait_for_log("Failed to load 'http://127.0.0.1:25/mail' (This address is not allowed.).")
     server.expect(installer.first_path())
     start_again(installer)

@@ -5,20 +5,10 @@ import pytest
 
 from rig.installer import TITLE
 from rig.page_server import page, redirect, script_page
-from test_failures import try_again
+from test_failures import FILES
 
 FILE_OF_THIS_WINDOW = "This file cannot be opened: the default browser cannot fetch it from outside this window."
 NOT_ALLOWED = "This address is not allowed."
-NO_PAGE = "(This link is a download and cannot be opened here.)"
-
-
-def file(content_type, **headers):
-    return lambda request: request.answer("%PDF-1.4", Content_Type=content_type, **headers)
-
-
-FILES = {"unsupported": file("application/x-file"), "pdf": file("application/pdf"),
-         "attachment": file("text/html", Content_Disposition='Attachment; filename="a.html"')}
-ANY_FILE = pytest.mark.parametrize("answer", FILES.values(), ids=FILES)
 
 
 @pytest.fixture
@@ -43,54 +33,14 @@ def test_an_address_of_another_program_opens_there_and_the_page_stays(installer,
     installer.close_window()
 
 
-@ANY_FILE
-def test_a_file_opens_in_the_default_browser_and_the_page_stays(installer, server, first_page_does, answer):
-    server.expect("/file", answer)
-    first_page_does("location = '/file'")
+@pytest.mark.parametrize("answer, script", [
+    *((answer, "location = '/file'") for answer in FILES.values()),
+    (page("file"), "document.querySelector('a').click()"),
+], ids=[*FILES, "download"])
+def test_a_file_opens_in_the_default_browser_and_the_page_stays(installer, server, first_page_does, answer, script):
+    server.answers["/file"] = answer
+    first_page_does(script, "<!doctype html><a download href='/file'>File</a>")
     assert installer.calls("browser") == [f"[{server.url('/file')}]"]
-
-
-def test_a_link_for_a_download_opens_in_the_default_browser(installer, server, first_page_does):
-    installer.answers["/file"] = page("file")
-    first_page_does("document.querySelector('a').click()", "<!doctype html><a download href='/file'>File</a>")
-    assert installer.calls("browser") == [f"[{server.url('/file')}]"]
-
-
-@pytest.mark.parametrize("script, requests", [
-    ("const link = document.createElement('a'); link.href = URL.createObjectURL(new Blob(['a'])); "
-    "link.download = 'a'; link.click()", []),
-    ("document.body.innerHTML += '<form method=post action=/file>'; document.querySelector('form').submit()",
-     ["POST /file"]),
-], ids=["blob", "form"])
-def test_a_file_that_only_this_window_can_fetch_is_told_in_a_sheet(installer, server, script, requests):
-    server.expect(installer.first_path(), script_page(
-        f"onload = () => {{ {script}; setTimeout(() => location = '/next', 2000) }}"))
-    for request in requests:
-        server.expect(request, FILES["pdf"])
-    server.expect("/next")
-    installer.start()
-    installer.wait_for_sheet(TITLE, FILE_OF_THIS_WINDOW, "OK")
-    installer.wait_for_requests()
-    assert installer.calls("browser") == []
-
-
-@ANY_FILE
-def test_a_file_that_the_installer_has_asked_for_can_be_tried_again(installer, server, answer):
-    server.expect(installer.first_path(), answer)
-    installer.start()
-    installer.wait_for_log(f"Failed to load '{server.url('/first')}")
-    server.expect(installer.first_path())
-    try_again(installer)
-    assert installer.calls("browser") == []
-
-
-@ANY_FILE
-def test_a_command_url_that_answers_with_a_file_runs_nothing_and_is_not_handed_on(installer, server, start, answer):
-    uninstall = installer.command("uninstall", callback=None, reportUrl="r")
-    server.expect(uninstall, answer)
-    start(uninstall)
-    installer.wait_for_log(f"Failed to load '{server.url('/command')}")
-    assert installer.calls("admin tool") == installer.calls("browser") == []
 
 
 @pytest.fixture
@@ -116,14 +66,23 @@ def test_a_page_of_another_host_opens_in_the_default_browser_and_runs_nothing(
     assert installer.calls("admin tool") == []
 
 
-def test_a_form_for_another_host_is_told_in_a_sheet_and_the_page_stays(installer, server, elsewhere):
-    form = f"<!doctype html><form method=post action={elsewhere('/other')}></form>"
-    server.expect(installer.first_path(), form + script_page(
-        "onload = () => { document.forms[0].submit(); setTimeout(() => location = '/next', 2000) }"))
-    server.expect("POST /other")
+POST = "document.body.innerHTML += '<form method=post action={}>'; document.querySelector('form').submit()"
+
+
+@pytest.mark.parametrize("script, answer, message", [
+    ("const link = document.createElement('a'); link.href = URL.createObjectURL(new Blob(['a'])); "
+     "link.download = 'a'; link.click()", None, FILE_OF_THIS_WINDOW),
+    (POST.format("/file"), FILES["pdf"], FILE_OF_THIS_WINDOW),
+    (POST, page("other"), NOT_ALLOWED),
+], ids=["blob", "form", "form for another host"])
+def test_what_only_this_window_can_fetch_is_told_in_a_sheet_and_the_page_stays(
+        installer, server, start_with, elsewhere, script, answer, message):
+    if answer:
+        server.expect("POST /file" if "/file" in script else "POST /other", answer)
     server.expect("/next")
-    installer.start()
-    installer.wait_for_sheet(TITLE, NOT_ALLOWED, "OK")
+    start_with(script_page(
+        f"onload = () => {{ {script.format(elsewhere('/other'))}; setTimeout(() => location = '/next', 2000) }}"))
+    installer.wait_for_sheet(TITLE, message, "OK")
     installer.wait_for_requests()
     assert installer.calls("browser") == []
 
@@ -151,13 +110,14 @@ def test_a_callback_to_another_host_leads_to_the_error_page(installer, server, e
     assert installer.calls("browser") == []
 
 
-def test_page_hosts_leave_frames_and_listed_callbacks_alone(installer, server, elsewhere):
-    cancel = installer.command("cancel")
-    server.expect(installer.first_path(), f"<!doctype html><iframe src='{elsewhere('/frame')}'></iframe>"
-                  + script_page(f"onload = () => location = '{cancel}'"))
+def test_page_hosts_leave_frames_and_listed_callbacks_alone(installer, server, start_with, elsewhere):
+    """A command URL in a frame runs nothing."""
+    state, cancel = installer.command("getstate", "/wrong"), installer.command("cancel")
     server.expect("/frame")
+    server.expect(state)
     server.expect(cancel)
     server.expect("/back?pid=PID&agentId=AGENT&action=cancel&event=finished&result=success&")
-    installer.start()
+    start_with(script_page(f"onload = () => location = '{cancel}'")
+               + f"<iframe src='{elsewhere('/frame')}'></iframe><iframe src='{state}'></iframe>")
     installer.wait_for_requests()
-    assert installer.calls("browser") == []
+    assert installer.calls("browser") == installer.calls("install tool") == []

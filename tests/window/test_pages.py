@@ -2,30 +2,22 @@
 
 import pytest
 
-from rig import desktop
-from rig.installer import TITLE, kill_group
+from rig.installer import kill_group
 from rig.page_server import page, script_page
-from rig.waiting import output
 
 NO_BUS = "unix:path=/nonexistent"
 
 
 @pytest.mark.parametrize("way", [
     {"arguments": ["--gapplication-service", "http://127.0.0.1/", "file"]},
-    {"link": True},
     {"DBUS_SESSION_BUS_ADDRESS": NO_BUS, "DBUS_SYSTEM_BUS_ADDRESS": NO_BUS},
     {"CFBundleIdentifier": "none"},
 ], ids=lambda way: next(iter(way)))
 def test_every_start_leads_from_the_splash_page_to_the_first_page(installer, server, way):
-    """With arguments, through a symbolic link, without message buses, with an identifier that D-Bus does not accept."""
-    if way.get("link"):
-        link = installer.directory / "link"
-        link.symlink_to(installer.program)
-        installer.program = link
+    """With arguments, without message buses, with an identifier that D-Bus does not accept."""
     installer.environment |= {name: value for name, value in way.items() if name.startswith("DBUS")}
     installer.identify(**{name: value for name, value in way.items() if name.startswith("CF")})
-    server.expect(installer.first_path(), page("first", "/last"))
-    server.expect("/last")
+    server.expect_shown(installer.first_path())
     installer.start(*way.get("arguments", []))
     installer.wait_for_requests()
     installer.close_window()
@@ -47,19 +39,6 @@ def test_the_splash_page_gets_the_files_beside_it_and_no_other_page_does(install
     installer.wait_for_requests()
 
 
-def test_a_second_start_brings_the_window_forward_and_ends(installer, server, start):
-    hide = installer.command("hide")
-    server.expect(hide)
-    installer.answers["/back"] = page("back")
-    start(hide)
-    desktop.wait_for_window(TITLE, "Iconic")
-    second = installer.launch()
-    assert second.wait(60) == 0
-    assert not output("pgrep", "-g", str(second.pid)), "the second start has left a process"
-    desktop.wait_for_window(TITLE, "Normal")
-    assert installer.is_running()
-
-
 def test_another_product_opens_a_window_of_its_own(installer, server, start):
     server.expect("/last")
     start("/last")
@@ -79,33 +58,19 @@ def test_another_product_opens_a_window_of_its_own(installer, server, start):
     "open('/opened?a=b&c', '', 'width=300')",
     "const opened = open(); opened.location = '/opened?a=b&c'",
 ], ids=["link", "script", "popup", "address later"])
-def test_a_new_window_opens_in_the_default_browser_and_the_page_stays(installer, server, action):
-    server.expect(installer.first_path(), "<!doctype html><a target=_blank href='/opened?a=b&amp;c'>Link</a>"
-                  + script_page(f"onload = () => {{ {action}; fetch('/browsed').then(() => location = '/next') }}"))
+def test_a_new_window_opens_in_the_default_browser_and_the_page_stays(installer, server, start_with, action):
     server.expect("/browsed", lambda request: page(str(installer.calls("browser", 1))))
     server.expect("/next")
-    installer.start()
+    start_with("<!doctype html><a target=_blank href='/opened?a=b&amp;c'>Link</a>"
+               + script_page(f"onload = () => {{ {action}; fetch('/browsed').then(() => location = '/next') }}"))
     installer.wait_for_requests()
     assert installer.calls("browser") == [f"[{server.url('/opened?a=b&c')}]"]
     installer.close_window()
 
 
-@pytest.mark.parametrize("key, answer", [("Return", "/true"), ("Escape", "/false")])
-def test_a_question_is_a_sheet_whose_answer_reaches_the_page(installer, server, key, answer):
-    server.expect(installer.first_path(), script_page(
-        "onload = () => setTimeout(() => location = '/' + confirm('Are you <b>sure</b>?'))"))
-    server.expect(answer)
-    installer.start()
-    installer.wait_for_sheet(TITLE, "Are you <b>sure</b>?", "Cancel", "OK")
-    desktop.press_key(key)
-    installer.wait_for_requests()
-
-
-def test_a_window_without_an_address_leaves_the_next_navigation_to_the_page(installer, server):
-    server.expect(installer.first_path(), script_page(
-        "onload = () => { open(); open('about:blank'); location = '/next' }"))
+def test_a_window_without_an_address_leaves_the_next_navigation_to_the_page(installer, server, start_with):
     server.expect("/next", script_page("onload = () => { open('/opened'); location = '/last' }"))
     server.expect("/last")
-    installer.start()
+    start_with(script_page("onload = () => { open(); open('about:blank'); location = '/next' }"))
     installer.wait_for_requests()
     assert installer.calls("browser", 1) == [f"[{server.url('/opened')}]"]

@@ -8,26 +8,28 @@ from rig.installer import TITLE
 from rig.waiting import wait_for
 
 
-@pytest.mark.parametrize("code, cancel, ok", [("pt-BR", "Cancelar", "OK"), ("ar-EG", "إلغاء", "موافق")])
-def test_a_question_is_an_alert_dialog_in_the_language_of_the_pages(installer, server, code, cancel, ok):
+@pytest.mark.parametrize("code, cancel, ok, key, answer", [
+    ("pt-BR", "Cancelar", "OK", "Return", "true"), ("ar-EG", "إلغاء", "موافق", "Escape", "false")])
+def test_a_question_is_an_alert_dialog_in_the_language_of_the_pages(installer, server, code, cancel, ok, key, answer):
     installer.configuration["lang"] = code
     languages = []
     server.expect(installer.first_path().replace("lang=en-GB", f"lang={code}"), script_page(
-        "onload = () => setTimeout(() => location = '/' + navigator.language + confirm('Sure?'))"))
-    server.expect(f"/{code}true", lambda request: languages.append(request.headers["Accept-Language"]) or page("end"))
+        "onload = () => setTimeout(() => location = '/' + navigator.language + confirm('<b>Sure</b>?'))"))
+    server.expect(f"/{code}{answer}",
+                  lambda request: languages.append(request.headers["Accept-Language"]) or page("end"))
     installer.start()
-    installer.wait_for_sheet(TITLE, "Sure?", cancel, ok)
+    installer.wait_for_sheet(TITLE, "<b>Sure</b>?", cancel, ok)
     dialogs = [(element.name, element.description)
                for element in accessibility.elements(installer.process.pid) if element.role == "dialog"]
-    assert dialogs == [(TITLE, "Sure?")]
-    desktop.press_key("Return")
+    assert dialogs == [(TITLE, "<b>Sure</b>?")]
+    desktop.press_key(key)
     installer.wait_for_requests()
     assert languages == [code]
 
 
 def test_the_whole_address_of_a_failed_page_can_be_copied(installer, server):
     installer.start(open_server=False)
-    installer.wait_for_log("Failed to load")
+    installer.wait_for_log("(Could not connect to 127.0.0.1: Connection refused).")
     assert wait_for(lambda: not desktop.is_blank(TITLE))
     for key in "Tab", "Tab", "Return", "Tab", "ctrl+a", "ctrl+c":  # "Start again", "Details", the address
         desktop.press_key(key)
