@@ -194,7 +194,7 @@ def _(it):
     it.start()
 
 
-for name, content in {"is no property list": b"garbage",
+for name, content in {"is not a property list": b"garbage",
                       "nested 200,000 levels deep": b"<plist>" + b"<dict><key>a</key>" * 200_000}.items():
     @fault(f"configuration {name}", "sheet: Initialization failed. Failed to load app config from the "
            "'/tmp/vok-*/Vok Installer.app/Contents/MacOS/Tools/installer_config.plist' file.")
