@@ -69,7 +69,7 @@ class PageServer(http.server.ThreadingHTTPServer):
             self.expected[path].append(answer or page(path.partition("?")[0]))
 
     def expect_shown(self, path):
-        """Expects one more request for `path`, and one for /last by the page there once it is shown."""
+        """Expects one more request for `path`. Its page then loads /last, which is expected too."""
         self.expect(path, page(path.partition("?")[0], "/last"))
         self.expect("/last")
 
