@@ -100,8 +100,9 @@ public:
     /// default the user's. An invalid code is ignored. To be set before the first load.
     virtual void setPreferredLanguage(const std::string& code) = 0;
 
-    /// Enables the engine's inspector and disables the page cache. Does nothing where the system has its own
-    /// setting for the inspector. To be called before the first load.
+    /// Enables the engine's inspector, prints `console` calls and uncaught errors of pages to standard
+    /// output, and disables the page cache. Does nothing where the system has its own setting for the
+    /// inspector. To be called before the first load.
     virtual void enableDeveloperTools() {}
 
     /// The delegates are borrowed and outlive the view.

@@ -2,6 +2,7 @@
 
 import contextlib
 import pathlib
+import re
 import subprocess
 import threading
 
@@ -152,3 +153,42 @@ def test_the_inspector_opens_in_developer_mode(installer, server, start_with):
     installer.wait_for_requests()
     desktop.wait_for_active_window(TITLE)
     assert desktop.press_until("F12", lambda: resized)
+
+
+CONSOLE_PAGE = r"""<!doctype html><title>console</title>
+<script>onload = () => fetch('/loaded');
+console.log('two\nlines\ud800', {answer: 42}, new TypeError('made'));
+const console_ = window.webkit?.messageHandlers?.pageConsole;
+console_?.postMessage({toString: 1});
+console_?.postMessage('sent \u0000\u001b[2J\u009b');
+Promise.reject(new Error('promised'));
+const {split} = String.prototype;
+String.prototype.split = () => { throw 1 };
+console.info('lost');
+String.prototype.split = split;
+unknownFunction();
+</script>
+<iframe srcdoc="<script>console.error('framed')</script>"></iframe>"""
+
+
+@pytest.mark.parametrize("mode", [{"developerMode": "yes"}, {}], ids=["on", "off"])
+def test_the_console_of_pages_is_on_standard_output_in_developer_mode_only(installer, server, start_with, mode):
+    installer.configuration |= mode
+    server.expect("/loaded")
+    start_with(CONSOLE_PAGE)
+    installer.wait_for_requests()
+    if mode:
+        installer.wait_for_log("framed")
+        installer.wait_for_log("promised")
+    desktop.wait_for_active_window(TITLE)
+    installer.close_window()
+    printed = [re.sub(r"(:\d+):\d+: ", r"\1: ", line) for line in installer.log().split("\n")
+               if re.search(r"two|lines|sent|lost|promised|unknownFunction|framed|error:", line)]
+    there = server.url("/first")
+    assert sorted(printed) == (sorted([
+        there + """:3: log: two\\nlines\ufffd {"answer":42} TypeError: made""",
+        "sent \ufffd\\u001b[2J\\u009b",
+        there + ":7: error: Unhandled rejection: Error: promised",
+        there + ":12: error: ReferenceError: Can't find variable: unknownFunction",
+        "about:srcdoc:1: error: framed",
+    ]) if mode else [])

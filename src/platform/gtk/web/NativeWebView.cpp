@@ -5,6 +5,7 @@
 #include "platform/gtk/support/ZeroBytes.h"
 #include "platform/gtk/web/EmptyErrorResponse.h"
 #include "platform/gtk/web/LoadErrors.h"
+#include "platform/gtk/web/PageConsole.h"
 #include "platform/gtk/web/PageDialogs.h"
 #include "platform/gtk/web/StartPage.h"
 #include "platform/shared/ErrorPage.h"
@@ -144,6 +145,10 @@ void NativeWebView::reload() {
 void NativeWebView::inspect() {
     if (webkit_settings_get_enable_developer_extras(webkit_web_view_get_settings(view.get())))
         webkit_web_inspector_show(webkit_web_view_get_inspector(view.get()));
+}
+
+void NativeWebView::printConsole() {
+    connections.push_back(printPageConsole(webkit_web_view_get_user_content_manager(view.get())));
 }
 
 void NativeWebView::onLoadChanged(WebKitLoadEvent event) {

@@ -62,6 +62,9 @@ public:
     /// Shows the engine's inspector, if developer tools are enabled.
     void inspect();
 
+    /// Prints the console of the pages to standard output from now on.
+    void printConsole();
+
     /// Opens a file, or a page that this view may not show, in the default browser, or shows a message that
     /// it cannot be opened; `reason` is for the error page at a command URL.
     void openInBrowser(const std::string& url, WebKitURIRequest* request, const FailureReason& reason);

@@ -16,6 +16,11 @@ void WebKitView::loadFinished() { frameLoadDelegate->webViewDidFinishLoadForFram
 
 void WebKitView::processTerminated() { frameLoadDelegate->webViewWebContentProcessDidTerminate(*this); }
 
+void WebKitView::enableDeveloperTools() {
+    session.enableDeveloperTools();
+    view.printConsole();
+}
+
 bool WebKitView::isCommandURL(const std::string& url) const {
     return policyDelegate->webViewIsCommandURL(url);
 }

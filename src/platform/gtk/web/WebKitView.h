@@ -30,7 +30,7 @@ public:
     std::optional<std::string> mainFrameURL() const override { return view.url(); }
     void setShouldUpdateWhileOffscreen(bool update) override { session.setFullSpeedWhileHidden(update); }
     void setPreferredLanguage(const std::string& code) override { session.setPreferredLanguage(code); }
-    void enableDeveloperTools() override { session.enableDeveloperTools(); }
+    void enableDeveloperTools() override;
     void setFrameLoadDelegate(WebFrameLoadDelegate& delegate) override { frameLoadDelegate = &delegate; }
     void setPolicyDelegate(WebPolicyDelegate& delegate) override { policyDelegate = &delegate; }
     void setUIDelegate(WebUIDelegate& delegate) override { uiDelegate = &delegate; }
