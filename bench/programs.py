@@ -47,8 +47,9 @@ def slow_accounts_service():
     service = subprocess.Popen([sys.executable, "-m", "dbusmock", "--system", "-l", "/dev/null", name, path, name])
     try:
         subprocess.run(["gdbus", "wait", "--system", "--timeout", "20", name], check=True)
-        subprocess.run(["gdbus", "call", "--system", "-d", name, "-o", path, "-m", "org.freedesktop.DBus.Mock.AddMethod",
-                        name, "ListCachedUsers", "", "ao", "import time; time.sleep(0.3); ret = []"],
+        subprocess.run(["gdbus", "call", "--system", "-d", name, "-o", path,
+                        "-m", "org.freedesktop.DBus.Mock.AddMethod", name,
+                        "ListCachedUsers", "", "ao", "import time; time.sleep(0.3); ret = []"],
                        check=True, stdout=subprocess.DEVNULL)
         yield
     finally:

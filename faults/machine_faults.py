@@ -166,8 +166,7 @@ for name, called in {
         it.start()
 
 
-@fault("question mark in the bundle's path",
-       "error page: Error opening file /tmp/vok-*/Vok: No such file or directory", called="Vok?.app")
+@fault("question mark in the bundle's path", "page back; install tool ran 1×", called="Vok?.app")
 def _(it):
     it.first("getstate")
     it.start()

@@ -10,7 +10,7 @@ import textwrap
 import time
 import xml.sax.saxutils
 
-from bundle import SOURCE, copy, make_bundle
+from bundle import SOURCE, make_bundle
 from icon import draw
 
 LINUX = SOURCE / "packaging/linux"

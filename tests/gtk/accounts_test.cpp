@@ -1,5 +1,4 @@
 #include "platform/gtk/services/AccountsService.h"
-#include "platform/gtk/services/LinuxMachine.h"
 #include "platform/gtk/support/Signal.h"
 
 #include <Poco/Process.h>
@@ -88,16 +87,6 @@ TEST_F(AccountsServiceTest, DescribesEveryAccount) {
     EXPECT_EQ(identities()[1].UUIDString, "0C6962C7-0521-52E8-A5D8-F06FD9093D82");
     EXPECT_FALSE(uuids.contains(identities("6F0C1D9B-7E3A-4C28-9B64-2AD7C18350EF")[0].UUIDString));
     EXPECT_EQ(identities(std::nullopt)[0].UUIDString, std::nullopt);
-}
-
-TEST_F(AccountsServiceTest, ARequestAheadIsUsedOnce) {
-    startService();
-    listUsers("ao", "self.calls = getattr(self, 'calls', 0) + 1; ret = ['/u/1'] * self.calls");
-    addUser("/u/1", "'UserName': <'ann'>");
-    LinuxMachine machine;
-    machine.requestLocalIdentities();
-    for (const std::size_t call : {1u, 2u})
-        EXPECT_EQ(std::get<std::vector<LocalIdentity>>(machine.localIdentities()).size(), call);
 }
 
 TEST_F(AccountsServiceTest, AFailureNamesItsStep) {

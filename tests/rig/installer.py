@@ -53,7 +53,7 @@ class Installer:
     def replace_tools(self):
         shutil.rmtree(self.tools, ignore_errors=True)
         self.tools.mkdir()
-        self.splash.write_text(page("splash"))
+        self.splash.write_text("<!doctype html><meta charset=utf-8><title>splash</title><h1>splash</h1>")
         for name in "install tool", "admin tool", "browser":
             self.tool(name)
 

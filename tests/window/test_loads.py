@@ -119,21 +119,24 @@ def test_an_empty_error_at_a_command_url_does_not_offer_the_command_again(instal
     assert len(installer.calls("admin tool", 1)) == 1
 
 
-@pytest.mark.parametrize("begun", [
-    "<meta http-equiv=refresh content=1>", "<script>onload = () => location = 'COMMAND'</script>",
-    "<script>setTimeout(() => location = 'COMMAND', 1000)</script>",
+@pytest.mark.parametrize("begun, answers", [
+    ("<meta http-equiv=refresh content=1>", [redirect("/moved")]),
+    ("<script>onload = () => location = 'COMMAND'</script>", [redirect("/moved")]),
+    ("<script>setTimeout(() => location = 'COMMAND', 1000)</script>", [hang_up, hang_up, redirect("/moved")]),
 ], ids=["refresh", "at-once", "later"])
-def test_what_the_splash_page_begins_is_not_loaded(installer, server, start_with, begun):
-    """A script may stop the load of the first page, which the error page then offers again."""
+def test_what_the_splash_page_begins_ends_with_the_request_for_the_first_page(
+        installer, server, start_with, begun, answers):
+    """Also after "Start again", and when the first page then fails or redirects."""
     command = installer.command("uninstall", callback=None, reportUrl="r")
     installer.splash.write_text(page("splash") + begun.replace("COMMAND", server.url(command)))
     server.answers["/command"] = page("command")
+    start_with(late(answers[0]))
+    for failures, answer in enumerate(answers[1:], 1):
+        assert wait_for(lambda: installer.log().count(f"Failed to load '{server.url('/first')}") == failures)
+        server.expect(installer.first_path(), late(answer))
+        start_again(installer)
     server.expect_shown("/moved")
-    start_with(late(redirect("/moved")))
-    assert wait_for(lambda: not server.missing() or f"Failed to load '{server.url('/first')}" in installer.log())
-    if server.missing():
-        server.expect(installer.first_path(), redirect("/moved"))
-        try_again(installer)
+    installer.wait_for_requests()
     assert installer.calls("admin tool") == []
 
 

@@ -23,19 +23,19 @@ def test_every_start_leads_from_the_splash_page_to_the_first_page(installer, ser
     installer.close_window()
 
 
-def test_the_splash_page_gets_the_files_beside_it_and_no_other_page_does(installer, server):
-    installer.splash.write_text("<!doctype html><meta charset=utf-8><title>splash</title><script src=ä%20b.js></script>")
-    (installer.tools / "ä b.js").write_text(
-        f"onload = () => {{ new Image().src = '{server.url('/splash?')}' + document.compatMode + 'ü' }}")
-    server.expect("/splash?CSS1Compat%C3%BC")
-    server.expect(installer.first_path(), """<!doctype html><script>
-        const script = document.createElement('script')
-        script.onload = () => location = '/read'
-        script.onerror = () => location = '/last?' + history.length
-        script.src = 'vok-start:///%C3%A4%20b.js'
-        document.head.append(script)</script>""")
+def test_the_splash_page_gets_the_files_beside_it_and_no_other_page_does(installer, server, start_with):
+    installer.splash.write_text(
+        "<!doctype html><meta charset=utf-8><title>splash</title><link rel=stylesheet href=ä%20b.css>")
+    (installer.tools / "ä b.css").write_text(f"html {{ background: url({server.url('/splash')}) }}")
+    server.expect("/splash")
     server.expect("/last?1")
-    installer.start()
+    start_with("""<!doctype html><script>
+        const link = document.createElement('link')
+        link.rel = 'stylesheet'
+        link.onload = () => location = '/read'
+        link.onerror = () => location = '/last?' + history.length
+        link.href = 'vok-start:///%C3%A4%20b.css'
+        document.head.append(link)</script>""")
     installer.wait_for_requests()
 
 

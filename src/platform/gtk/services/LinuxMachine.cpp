@@ -56,16 +56,7 @@ std::optional<std::string> LinuxMachine::platformUUID() const {
     return Poco::toUpper(std::string(sd_id128_to_uuid_string(id, text)));
 }
 
-LocalIdentities LinuxMachine::localIdentities() const {
-    if (requestedIdentities.valid())
-        return requestedIdentities.get();
-    return accountsServiceIdentities(platformUUID());
-}
-
-void LinuxMachine::requestLocalIdentities() {
-    requestedIdentities =
-        std::async(std::launch::async, [uuid = platformUUID()] { return accountsServiceIdentities(uuid); });
-}
+LocalIdentities LinuxMachine::localIdentities() const { return accountsServiceIdentities(platformUUID()); }
 
 std::optional<std::string> LinuxMachine::restart() {
     try {

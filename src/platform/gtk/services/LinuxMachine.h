@@ -2,8 +2,6 @@
 
 #include "platform/Machine.h"
 
-#include <future>
-
 namespace vok {
 
 /// The machine as described by os-release, the locale, systemd's machine identifier, AccountsService and
@@ -15,13 +13,6 @@ public:
     std::optional<std::string> platformUUID() const override;
     LocalIdentities localIdentities() const override;
     std::optional<std::string> restart() override;
-
-    /// Begins to ask for the accounts, since the service may have to start first. The next call of
-    /// localIdentities() waits for the answer; each later call asks again.
-    void requestLocalIdentities();
-
-private:
-    mutable std::future<LocalIdentities> requestedIdentities;
 };
 
 }  // namespace vok

@@ -13,7 +13,6 @@ Installer::Installer(Application& application, const Bundle& bundle, const Prope
           [this](Alert alert) { window.beginAlertSheet(std::move(alert)); }),
       delegate(
           makeDelegate({application, window, webView, workspace, bundle, propertyLists, urls, machine})) {
-    machine.requestLocalIdentities();
     window.setPage(webView.widget());
     window.setAskBeforeClosing([this](auto close) { webView.askBeforeClosing(std::move(close)); });
 }

@@ -208,17 +208,16 @@ bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
     return true;
 }
 
-/// A response without a page, such as status 204, leaves the current page, and a script of the start page can
-/// stop the load that the application has requested. Either is an error of that load.
+/// A response without a page, such as status 204, leaves the current page. If the application has requested
+/// the load, that is an error.
 void NativeWebView::onLoadFailed(const char* url, const GError& error) {
     answerWait.end();
     if (std::exchange(currentLoad, Load::failed) == Load::failed || errorPageRequested)
         return;
     if (!isInterruption(error))
         showErrorPage(url, reasonOf(error));
-    else if (!requestedURL.empty() &&
-             (error.domain == WEBKIT_POLICY_ERROR || (showsStartPage && url == normalisedRequest())))
-        showErrorPage(std::exchange(requestedURL, {}), texts::noPage);
+    else if (error.domain == WEBKIT_POLICY_ERROR && !requestedURL.empty())
+        showErrorPage(url, texts::noPage);
 }
 
 void NativeWebView::showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain) {

@@ -50,8 +50,8 @@ void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
         webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
         return;
     }
-    if (showsStartPage && currentLoad == Load::page && !requestedURL.empty() &&
-        !webkit_navigation_action_is_redirect(action) && url != normalisedRequest()) {
+    if (showsStartPage && !requestedURL.empty() && !webkit_navigation_action_is_redirect(action) &&
+        url != normalisedRequest()) {
         webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
         return;
     }

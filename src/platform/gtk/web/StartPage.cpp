@@ -2,27 +2,23 @@
 
 #include <libsoup/soup.h>
 
-#include <algorithm>
-#include <cctype>
-#include <string_view>
-
 namespace vok {
 
 namespace {
 
 using Error = std::unique_ptr<GError, decltype(&g_error_free)>;
 
-/// Puts the base of the page's links into it: after the document type, without which the page would be drawn
-/// in quirks mode.
-std::string withBase(std::string html) {
-    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF", type = "<!doctype";
-    const auto found = std::ranges::search(html, type, {}, [](unsigned char c) { return std::tolower(c); });
-    const auto end = std::find(found.begin(), html.end(), '>');
-    const auto position = end != html.end()                 ? end - html.begin() + 1
-                          : html.starts_with(byteOrderMark) ? 3
-                                                            : 0;
-    return html.insert(static_cast<std::size_t>(position),
-                       std::string("<base href=\"") + startPageScheme + ":///\">");
+/// Whether the page in `html` draws the same without an address: UTF-8, without scripts, frames and links,
+/// and with its document type first, behind which the base of its links can be put.
+bool isStatic(const std::string& html) {
+    constexpr auto documentType = "\\A\\s*<!doctype[^>]*>", encoding = "charset\\s*=\\s*[\"']?utf-8";
+    constexpr auto moving =
+        "<(a|area|base|embed|form|i?frame|frameset|object|script)\\b|http-equiv|\\son\\w+\\s*=";
+    const auto matches = [&](const char* pattern) {
+        return g_regex_match_simple(pattern, html.c_str(), G_REGEX_CASELESS, GRegexMatchFlags());
+    };
+    return g_utf8_validate(html.data(), static_cast<gssize>(html.size()), nullptr) && matches(documentType) &&
+           matches(encoding) && !matches(moving);
 }
 
 }  // namespace
@@ -35,14 +31,14 @@ Bytes startPageContent(const std::string& url) {
         return nullptr;
     const std::unique_ptr<char, decltype(&g_free)> read(content, g_free);
     std::string html(content, length);
-    if (html.starts_with("\xFE\xFF") || html.starts_with("\xFF\xFE"))
+    if (!isStatic(html))
         return nullptr;
-    html = withBase(std::move(html));
+    html.insert(html.find('>') + 1, std::string("<base href=\"") + startPageScheme + ":///\">");
     return Bytes(g_bytes_new(html.data(), html.size()));
 }
 
-/// Fonts and modules need an answer that every origin may use, since the page has no origin. Nothing is kept
-/// in the memory cache, which other pages share.
+/// Fonts need an answer that every origin may use, since the page has no origin. Nothing is kept in the
+/// memory cache, which other pages share.
 void answerFromDirectoryOf(const std::string& url, WebKitURISchemeRequest* request) {
     const auto directory = url.substr(0, url.rfind('/'));
     const GObjectPtr<GFile> top(g_file_new_for_uri(directory.c_str()));

@@ -9,7 +9,7 @@
 
 namespace vok {
 
-/// What the native views share: a network session that stores nothing on disk, the settings, and the
+/// What the web view is made of: a network session that stores nothing on disk, the settings, and the
 /// downloads.
 class WebKitSession {
 public:
