@@ -35,6 +35,7 @@ TEST_F(PropertyListReaderTest, GivesEveryValueAsText) {
         {"negative", "<integer>-7</integer>", "-7"},
         {"long", "<integer>5000000000</integer>", "5000000000"},
         {"real", "<real>0.1</real>", "0.1"},
+        {"precise", "<real>12345.6789</real>", "12345.6789"},
         {"whole", "<real>-3.0</real>", "-3"},
     };
     std::string list;

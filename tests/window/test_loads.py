@@ -185,9 +185,10 @@ def test_the_splash_page_is_not_loaded_again(installer, server, start_with):
     installer.wait_for_requests()
 
 
-def test_a_link_to_a_refused_port_is_a_failed_load(installer, server, start_with):
-    start_with("<a href='http://127.0.0.1:25/mail'>Link</a>"
-               "<script>onload = () => document.links[0].click()</script>")
-    installer.wait_for_log("Failed to load 'http://127.0.0.1:25/mail' (This address is not allowed.).")
+@pytest.mark.parametrize("address", ["http://127.0.0.1:25/mail", "http://0.0.0.0/"])
+def test_a_link_to_a_refused_address_is_a_failed_load(installer, server, start_with, address):
+    start_with(f"<a href='{address}'>Link</a>"
+               "<script>onload = () => { document.links[0].click(); location = '/next' }</script>")
+    installer.wait_for_log(f"Failed to load '{address}' (This address is not allowed.).")
     server.expect(installer.first_path())
     start_again(installer)
