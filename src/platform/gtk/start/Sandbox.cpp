@@ -33,7 +33,7 @@ bool webViewGoesWithout() {
 
 /// Makes a namespace by a child that shares this process's memory; `fork` would copy its page tables.
 bool namespaceCanBeMade() {
-    alignas(std::max_align_t) std::array<char, 16384> stack;
+    alignas(std::max_align_t) std::array<char, 16384> stack{};
     const auto exit = [](void*) { return 0; };
     const pid_t child =
         clone(exit, stack.data() + stack.size(), CLONE_NEWUSER | CLONE_VM | CLONE_VFORK | SIGCHLD, nullptr);

@@ -11,9 +11,10 @@ using Error = std::unique_ptr<GError, decltype(&g_error_free)>;
 /// Whether the page in `html` draws the same without an address: UTF-8, without scripts, frames and links,
 /// and with its document type first, behind which the base of its links can be put.
 bool isStatic(const std::string& html) {
-    constexpr auto documentType = "\\A\\s*<!doctype[^>]*>", encoding = "charset\\s*=\\s*[\"']?utf-8";
+    constexpr auto documentType = R"(\A\s*<!doctype[^>]*>)";
+    constexpr auto encoding = R"(charset\s*=\s*["']?utf-8)";
     constexpr auto moving =
-        "<(a|area|base|embed|form|i?frame|frameset|object|script)\\b|http-equiv|\\son\\w+\\s*=";
+        R"(<(a|area|base|embed|form|i?frame|frameset|object|script)\b|http-equiv|\son\w+\s*=)";
     const auto matches = [&](const char* pattern) {
         return g_regex_match_simple(pattern, html.c_str(), G_REGEX_CASELESS, GRegexMatchFlags());
     };
@@ -33,7 +34,7 @@ Bytes startPageContent(const std::string& url) {
     std::string html(content, length);
     if (!isStatic(html))
         return nullptr;
-    html.insert(html.find('>') + 1, std::string("<base href=\"") + startPageScheme + ":///\">");
+    html.insert(html.find('>') + 1, std::string("<base href=") + startPageScheme + ":///>");
     return Bytes(g_bytes_new(html.data(), html.size()));
 }
 
