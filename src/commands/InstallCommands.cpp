@@ -7,8 +7,6 @@
 
 namespace vok {
 
-namespace {
-
 /// The launch-as-admin tool starts the install tool, which gets the key=value arguments. No value is quoted
 /// for the shell.
 constexpr auto installFormat =
@@ -18,8 +16,6 @@ constexpr auto installFormat =
 constexpr auto uninstallFormat =
     "/bin/bash -c '\"%@\" \"%@\" \"command=uninstall\" \"pid=%@\" \"agentId=%@\" \"targetDir=%@\" "
     "\"reportUrl=%@\"' &";
-
-}  // namespace
 
 void AppDelegate::executeInstallCommand(const CommandParams& params) {
     const auto targetDir = getTargetDirForAgent(agentId);

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cstring>
 #include <optional>
-#include <sstream>
 #include <sys/resource.h>
 
 namespace vok {
@@ -21,20 +20,10 @@ namespace {
 constexpr std::string_view infoPrefix = "Install info {";
 constexpr std::string_view infoSuffix = "}";
 constexpr std::string_view outputFilter = R"(Install info \{.*\}$)";
+constexpr auto queryFormat =
+    " '%@' 'command=print_installed_product_info' 'agentId=%@' 'targetDir=%@' 'print_info_prefix=%@{' "
+    "'print_info_suffix=%@' | egrep \"%@\"";
 constexpr std::int32_t failure = -1;
-
-std::string queryCommand(std::string_view installToolPath, std::string_view agentId,
-                         std::string_view targetDir) {
-    std::ostringstream command;
-    command << " '" << installToolPath << "'"
-            << " 'command=print_installed_product_info'"
-            << " 'agentId=" << agentId << "'"
-            << " 'targetDir=" << targetDir << "'"
-            << " 'print_info_prefix=" << infoPrefix << "{'"
-            << " 'print_info_suffix=" << infoSuffix << "'"
-            << " | egrep \"" << outputFilter << "\"";
-    return command.str();
-}
 
 /// Lowers the limit of open files to the default of macOS, for processes started in its lifetime, which may
 /// raise it. Poco's child closes every descriptor up to the limit, which is slow.
@@ -121,7 +110,9 @@ std::int32_t GetInstalledProductInfo(const char* installToolPath, const char* ag
     }
     try {
         std::string output;
-        const int code = runCommand(queryCommand(installToolPath, agentId, targetDir), output);
+        const auto query = StringWithFormat(queryFormat, installToolPath, agentId, targetDir, infoPrefix,
+                                            infoSuffix, outputFilter);
+        const int code = runCommand(query, output);
         if (code != 0) {
             Log("GetInstalledProductInfo: Command failed (code = %d).", code);
             return code;

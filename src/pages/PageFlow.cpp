@@ -12,16 +12,10 @@
 
 namespace vok {
 
-namespace {
-
-using namespace std::chrono_literals;
-
 /// A web content process that crashes this many times, each within this time of the crash before, is not
 /// started again: the page may crash it every time.
 constexpr int crashLimit = 3;
-constexpr auto crashInterval = 1min;
-
-}  // namespace
+constexpr std::chrono::minutes crashInterval{1};
 
 void AppDelegate::webViewDidFinishLoadForFrame(WebView&, WebFrame& frame) {
     if (&frame != &webView->mainFrame())
