@@ -4,8 +4,6 @@
 #include "platform/macos/Bridging.h"
 #include "platform/macos/CocoaCalls.h"
 
-#include <memory>
-
 #import <Collaboration/Collaboration.h>
 #include <CoreServices/CoreServices.h>
 #include <IOKit/IOKitLib.h>
@@ -15,14 +13,6 @@ namespace vok {
 namespace {
 
 using Step = LocalIdentitiesFailure::Step;
-
-struct CFReleaser {
-    void operator()(CFTypeRef object) const { CFRelease(object); }
-};
-
-/// Owns a Core Foundation object from a Create or Copy function; may be null.
-template <class Ref>
-using CFOwner = std::unique_ptr<std::remove_pointer_t<Ref>, CFReleaser>;
 
 /// Owns an object of the IOKit registry; may be null.
 struct IOOwner {
@@ -39,8 +29,7 @@ struct IOOwner {
 LocalIdentitiesFailure executionFailure(CFErrorRef error) {
     if (!error)
         return {Step::execution, std::nullopt};
-    const CFOwner<CFStringRef> description(CFErrorCopyDescription(error));
-    return {Step::execution, toText((__bridge NSString*)description.get())};
+    return {Step::execution, toText((__bridge_transfer NSString*)CFErrorCopyDescription(error))};
 }
 
 LocalIdentity recordOf(CBIdentity* account) {
@@ -54,18 +43,6 @@ LocalIdentity recordOf(CBIdentity* account) {
     record.fullName = toOptionalText([account fullName]);
     record.posixName = toOptionalText([account posixName]);
     return record;
-}
-
-std::vector<LocalIdentity> recordsOf(CFArrayRef identities) {
-    std::vector<LocalIdentity> records;
-    for (CFIndex i = 0; identities && i < CFArrayGetCount(identities); ++i) {
-        auto* const identity =
-            static_cast<CSIdentityRef>(const_cast<void*>(CFArrayGetValueAtIndex(identities, i)));
-        CBIdentity* const account = identity ? [CBIdentity identityWithCSIdentity:identity] : nil;
-        if (account)
-            records.push_back(recordOf(account));
-    }
-    return records;
 }
 
 }  // namespace
@@ -92,9 +69,9 @@ std::optional<std::string> MacMachine::platformUUID() const {
 #pragma clang diagnostic ignored "-Wdeprecated-declarations"  // kIOMainPortDefault needs macOS 12
         const IOOwner entry(IORegistryEntryFromPath(kIOMasterPortDefault, "IOService:/"));
 #pragma clang diagnostic pop
-        const CFOwner<CFTypeRef> property(
-            IORegistryEntryCreateCFProperty(entry.object, CFSTR("IOPlatformUUID"), kCFAllocatorDefault, 0));
-        return property ? std::optional(toText((__bridge id)property.get())) : std::nullopt;
+        const id property = (__bridge_transfer id)IORegistryEntryCreateCFProperty(
+            entry.object, CFSTR("IOPlatformUUID"), kCFAllocatorDefault, 0);
+        return property ? std::optional(toText(property)) : std::nullopt;
     });
 }
 
@@ -103,17 +80,25 @@ LocalIdentities MacMachine::localIdentities() const {
         const CSIdentityAuthorityRef authority = CSGetLocalIdentityAuthority();
         if (!authority)
             return LocalIdentitiesFailure{Step::authority, std::nullopt};
-        const CFOwner<CSIdentityQueryRef> query(
-            CSIdentityQueryCreate(kCFAllocatorDefault, kCSIdentityClassUser, authority));
+        const id query =
+            (__bridge_transfer id)CSIdentityQueryCreate(kCFAllocatorDefault, kCSIdentityClassUser, authority);
         if (!query)
             return LocalIdentitiesFailure{Step::query, std::nullopt};
-        CFErrorRef error = nullptr;
-        const bool executed = CSIdentityQueryExecute(query.get(), 0, &error);
-        const CFOwner<CFErrorRef> ownedError(error);
+        CFErrorRef failure = nullptr;
+        const bool executed = CSIdentityQueryExecute((__bridge CSIdentityQueryRef)query, 0, &failure);
+        const id error = (__bridge_transfer id)failure;
         if (!executed)
-            return executionFailure(error);
-        const CFOwner<CFArrayRef> identities(CSIdentityQueryCopyResults(query.get()));
-        return recordsOf(identities.get());
+            return executionFailure((__bridge CFErrorRef)error);
+        NSArray* const identities =
+            (__bridge_transfer NSArray*)CSIdentityQueryCopyResults((__bridge CSIdentityQueryRef)query);
+        std::vector<LocalIdentity> records;
+        for (id identity in identities) {
+            CBIdentity* const account =
+                identity ? [CBIdentity identityWithCSIdentity:(__bridge CSIdentityRef)identity] : nil;
+            if (account)
+                records.push_back(recordOf(account));
+        }
+        return records;
     });
 }
 
