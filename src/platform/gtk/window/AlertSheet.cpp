@@ -4,8 +4,11 @@
 #include "texts/Texts.h"
 
 #include <glibmm/main.h>
+#include <gtkmm/entry.h>
+#include <gtkmm/grid.h>
 #include <gtkmm/image.h>
 #include <gtkmm/label.h>
+#include <gtkmm/passwordentry.h>
 #include <gtkmm/scrolledwindow.h>
 #include <gtkmm/shortcutcontroller.h>
 
@@ -65,6 +68,34 @@ Gtk::ScrolledWindow& messageArea(const std::string& message) {
     return area;
 }
 
+/// Asks for a user name and a password. Return in its fields is the sheet's default button.
+class SignInForm final : public Gtk::Grid {
+public:
+    SignInForm() {
+        set_row_spacing(6);
+        set_column_spacing(12);
+        userName.set_activates_default();
+        password.property_activates_default() = true;
+        password.set_show_peek_icon();
+        addRow(0, translated(texts::userName), userName);
+        addRow(1, translated(texts::password), password);
+    }
+
+    Gtk::Entry userName;
+    Gtk::PasswordEntry password;
+
+private:
+    void addRow(int row, const std::string& name, Gtk::Widget& field) {
+        auto& title = *Gtk::make_managed<Gtk::Label>(name);
+        title.set_xalign(0);
+        field.set_hexpand();
+        gtk_accessible_update_property(GTK_ACCESSIBLE(field.gobj()), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                       name.c_str(), -1);
+        attach(title, 0, row);
+        attach(field, 1, row);
+    }
+};
+
 /// Sets the direction of `widget` and its children.
 void setDirection(Gtk::Widget& widget, Gtk::TextDirection direction) {
     std::vector<Gtk::Widget*> pending{&widget};
@@ -98,8 +129,14 @@ AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
     auto& texts = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 12);
     texts.append(title);
     texts.append(messageArea(alert.message));
-    if (alert.signIn)
-        texts.append(*(form = Gtk::make_managed<SignInForm>()));
+    if (alert.signIn) {
+        auto& form = *Gtk::make_managed<SignInForm>();
+        texts.append(form);
+        set_focus(form.userName);
+        defaultButton.signal_clicked().connect([this, &form] {
+            *alert.signIn = {form.userName.get_text(), form.password.get_text()};
+        });
+    }
     texts.append(buttons());
     auto& content = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 18);
     content.set_margin(24);
@@ -110,7 +147,8 @@ AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
     describeAsAlert(*this, withoutZeroBytes(alert.title), withoutZeroBytes(alert.message));
 
     set_default_widget(defaultButton);
-    set_focus(form ? form->firstField() : defaultButton);
+    if (!alert.signIn)
+        set_focus(defaultButton);
     signal_map().connect(
         [this] { Glib::signal_idle().connect_once(sigc::mem_fun(*this, &AlertSheet::announceFocus)); });
     auto shortcuts = Gtk::ShortcutController::create();
@@ -131,8 +169,6 @@ Gtk::Box& AlertSheet::buttons() {
     defaultButton.set_size_request(buttonWidth, -1);
     defaultButton.signal_clicked().connect([this] {
         agreed = true;
-        if (form)
-            *alert.signIn = form->content();
         close();
     });
     row.append(defaultButton);

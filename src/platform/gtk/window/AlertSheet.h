@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/gtk/window/Alert.h"
-#include "platform/gtk/window/SignInForm.h"
 
 #include <gtkmm/box.h>
 #include <gtkmm/button.h>
@@ -25,7 +24,6 @@ private:
 
     Alert alert;
     Gtk::Button defaultButton;
-    SignInForm* form = nullptr;  ///< a child of the sheet that asks for a user name and a password
     bool agreed = false;
 };
 
