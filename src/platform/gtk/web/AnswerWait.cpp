@@ -1,20 +1,14 @@
 #include "platform/gtk/web/AnswerWait.h"
 
-#include "foundation/Shielded.h"
 #include "platform/gtk/web/SignIn.h"
 
 #include <glibmm/main.h>
 #include <sigc++/adaptors/bind.h>
 #include <sigc++/functors/mem_fun.h>
-#include <sigc++/functors/slot.h>
 
 namespace vok {
 
-namespace {
-
 constexpr unsigned timeout = 60;  // seconds
-
-}  // namespace
 
 AnswerWait::AnswerWait(std::function<void()> timedOut, std::function<void()> signInCancelled)
     : onTimeout(std::move(timedOut)), onSignInCancelled(std::move(signInCancelled)) {}
@@ -25,7 +19,7 @@ void AnswerWait::start() {
     end();
     timer = Glib::signal_timeout().connect_seconds(
         [this] {
-            shielded(onTimeout);
+            onTimeout();
             return false;
         },
         timeout);

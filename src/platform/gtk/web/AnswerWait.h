@@ -20,8 +20,6 @@ public:
     /// the user does not sign in.
     AnswerWait(std::function<void()> onTimeout, std::function<void()> onSignInCancelled);
     ~AnswerWait();
-    AnswerWait(const AnswerWait&) = delete;
-    AnswerWait& operator=(const AnswerWait&) = delete;
 
     /// Starts or restarts the wait.
     void start();
@@ -36,8 +34,8 @@ private:
     std::function<void()> onTimeout;
     std::function<void()> onSignInCancelled;
     sigc::connection timer;
-    GObjectPtr<WebKitAuthenticationRequest>
-        openRequest;  ///< of the load itself, not of a resource of its page
+    /// Of the load itself, not of a resource of its page.
+    GObjectPtr<WebKitAuthenticationRequest> openRequest;
 };
 
 }  // namespace vok

@@ -42,8 +42,7 @@ void findEmptyErrorResponse(WebKitWebView* view,
             const std::unique_ptr<Question> asked(static_cast<Question*>(data));
             WebKitWebResource* const resource = WEBKIT_WEB_RESOURCE(object);
             gsize length = 0;
-            const std::unique_ptr<guchar, decltype(&g_free)> content(
-                webkit_web_resource_get_data_finish(resource, result, &length, nullptr), g_free);
+            g_free(webkit_web_resource_get_data_finish(resource, result, &length, nullptr));
             shielded([&] { asked->onAnswer(resource, length); });
         },
         question.release());

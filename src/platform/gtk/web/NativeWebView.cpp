@@ -7,6 +7,7 @@
 #include "platform/gtk/web/LoadErrors.h"
 #include "platform/gtk/web/PageConsole.h"
 #include "platform/gtk/web/PageDialogs.h"
+#include "platform/gtk/web/RefusedLinks.h"
 #include "platform/gtk/web/StartPage.h"
 #include "platform/shared/ErrorPage.h"
 
@@ -16,19 +17,13 @@
 
 namespace vok {
 
-namespace {
-
 constexpr auto blankPage = "about:blank";
 const std::string script = "javascript:";
-
-}  // namespace
 
 NativeWebView::NativeWebView(NativeWebViewOwner& viewOwner, const WebKitSession& session)
     : owner(viewOwner), view(session.makeView()),
       answerWait([this] { showErrorPage(loadingURL(), texts::noAnswer); },
-                 [this] { showErrorPage(loadingURL(), texts::passwordRequired); }),
-      refusedLinks(view.get(),
-                   [this](const std::string& url) { showErrorPage(url, texts::addressNotAllowed); }) {
+                 [this] { showErrorPage(loadingURL(), texts::passwordRequired); }) {
     bindSignals();
     WebKitWebContext* const context = webkit_web_view_get_context(view.get());
     webkit_security_manager_register_uri_scheme_as_cors_enabled(
@@ -42,6 +37,8 @@ NativeWebView::NativeWebView(NativeWebViewOwner& viewOwner, const WebKitSession&
 }
 
 void NativeWebView::bindSignals() {
+    connections.push_back(watchRefusedLinks(
+        view.get(), [this](const std::string& url) { showErrorPage(url, texts::addressNotAllowed); }));
     connections.push_back(connect<void(WebKitLoadEvent)>(
         view.get(), "load-changed", [this](WebKitLoadEvent event) { onLoadChanged(event); }));
     connections.push_back(connect<gboolean(WebKitLoadEvent, const char*, GError*)>(
@@ -104,9 +101,9 @@ void NativeWebView::onStartPageFile(WebKitURISchemeRequest* request) {
         answerFromDirectoryOf(owner.startURL(), request);
         return;
     }
-    const std::unique_ptr<GError, decltype(&g_error_free)> error(
-        g_error_new(G_IO_ERROR, G_IO_ERROR_PERMISSION_DENIED, "This is for the start page."), g_error_free);
-    webkit_uri_scheme_request_finish_error(request, error.get());
+    g_autoptr(GError) error =
+        g_error_new(G_IO_ERROR, G_IO_ERROR_PERMISSION_DENIED, "This is for the start page.");
+    webkit_uri_scheme_request_finish_error(request, error);
 }
 
 void NativeWebView::load(const std::string& url) {
@@ -116,8 +113,8 @@ void NativeWebView::load(const std::string& url) {
         return;
     }
     requestedURL = url;
-    if (const auto content = isStartURL(url) ? startPageContent(url) : nullptr)
-        webkit_web_view_load_bytes(view.get(), content.get(), "text/html", nullptr, nullptr);
+    if (const auto content = isStartURL(url) ? startPageContent(url) : std::nullopt)
+        webkit_web_view_load_html(view.get(), content->c_str(), nullptr);
     else
         webkit_web_view_load_uri(view.get(), url.c_str());
 }

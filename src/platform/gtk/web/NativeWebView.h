@@ -5,7 +5,6 @@
 #include "platform/gtk/web/AnswerWait.h"
 #include "platform/gtk/web/NewWindows.h"
 #include "platform/gtk/web/PageClosing.h"
-#include "platform/gtk/web/RefusedLinks.h"
 #include "platform/gtk/web/WebKitSession.h"
 #include "platform/gtk/window/Alert.h"
 #include "platform/shared/ErrorPage.h"
@@ -119,7 +118,6 @@ private:
     std::optional<FailedLoad> failedLoad;  ///< the load that the error page shows, while it is shown
     AnswerWait answerWait;
     GObjectPtr<GSimpleAction> reloadAction{g_simple_action_new("reload", nullptr)};
-    RefusedLinks refusedLinks;
     PageClosing closing{view.get()};
     NewWindows newWindows{[this](const std::string& url) { owner.newWindowRequested(url); }};
     std::vector<SignalConnection> connections;

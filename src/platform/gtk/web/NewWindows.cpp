@@ -59,7 +59,7 @@ private:
 
 NewWindows::NewWindows(std::function<void(const std::string&)> handler) : onAddress(std::move(handler)) {}
 
-NewWindows::~NewWindows() { cleanUp.disconnect(); }
+NewWindows::~NewWindows() = default;
 
 GtkWidget* NewWindows::open(WebKitWebView* opener) {
     if (windows.size() >= mostWindows)
@@ -71,11 +71,10 @@ void NewWindows::closeAll() { windows.clear(); }
 
 /// Called from the window's own policy decision, so it is destroyed later.
 void NewWindows::report(const std::string& url) {
-    cleanUp = Glib::signal_idle().connect([this] {
-        windows.remove_if([](const NewWindow& window) { return window.hasEnded(); });
-        return false;
-    });
+    Glib::signal_idle().connect_once(sigc::mem_fun(*this, &NewWindows::removeEnded));
     onAddress(url);
 }
+
+void NewWindows::removeEnded() { windows.remove_if(std::mem_fn(&NewWindow::hasEnded)); }
 
 }  // namespace vok

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <sigc++/connection.h>
+#include <sigc++/trackable.h>
 #include <webkit/webkit.h>
 
 #include <functional>
@@ -13,13 +13,11 @@ class NewWindow;
 
 /// The windows that a page has opened. They are never shown and load nothing: when a script sets the URL of
 /// one, it is reported and refused, and the window is closed.
-class NewWindows {
+class NewWindows : public sigc::trackable {
 public:
     /// `onAddress` is called with the first URL of each window other than about:blank.
     explicit NewWindows(std::function<void(const std::string& url)> onAddress);
     ~NewWindows();
-    NewWindows(const NewWindows&) = delete;
-    NewWindows& operator=(const NewWindows&) = delete;
 
     /// A window for a page in `opener`; null, which refuses the window, while there are too many.
     /// Borrowed, for WebKitGTK's "create" signal.
@@ -30,10 +28,10 @@ public:
 
 private:
     void report(const std::string& url);
+    void removeEnded();
 
     std::function<void(const std::string&)> onAddress;
     std::list<NewWindow> windows;
-    sigc::connection cleanUp;
 };
 
 }  // namespace vok

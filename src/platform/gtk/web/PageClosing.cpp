@@ -1,33 +1,25 @@
 #include "platform/gtk/web/PageClosing.h"
 
 #include <glibmm/main.h>
+#include <sigc++/adaptors/bind_return.h>
+#include <sigc++/functors/mem_fun.h>
 
 #include <utility>
 
 namespace vok {
 
-namespace {
-
 constexpr unsigned timeout = 3;  // seconds
-
-}  // namespace
 
 PageClosing::PageClosing(WebKitWebView* opened)
     : view(opened), pendingClose(std::make_shared<std::function<void()>>()),
       closed(connect<void()>(opened, "close", [this] { closeIfAsked(); })) {}
 
-PageClosing::~PageClosing() { noAnswer.disconnect(); }
-
 void PageClosing::ask(std::function<void()> close) {
     if (noAnswer.connected())
         return;  // the page still has time to answer
     *pendingClose = std::move(close);
-    noAnswer = Glib::signal_timeout().connect_seconds(
-        [this] {
-            closeIfAsked();
-            return false;
-        },
-        timeout);
+    const auto giveUp = sigc::mem_fun(*this, &PageClosing::closeIfAsked);
+    noAnswer = Glib::signal_timeout().connect_seconds(sigc::bind_return(giveUp, false), timeout);
     webkit_web_view_try_close(view);
 }
 

@@ -4,6 +4,7 @@
 #include "platform/gtk/window/Alert.h"
 
 #include <sigc++/connection.h>
+#include <sigc++/trackable.h>
 #include <webkit/webkit.h>
 
 #include <functional>
@@ -13,13 +14,10 @@ namespace vok {
 
 /// Asks a page whether its window may close. A page objects with a beforeunload handler, which WebKitGTK
 /// calls only after the user has interacted with the page.
-class PageClosing {
+class PageClosing : public sigc::trackable {
 public:
     /// `view` is borrowed and outlives this object.
     explicit PageClosing(WebKitWebView* view);
-    ~PageClosing();
-    PageClosing(const PageClosing&) = delete;
-    PageClosing& operator=(const PageClosing&) = delete;
 
     /// Calls `close` when the page does not object, when the user overrules it, and when the page does not
     /// answer within a few seconds.

@@ -3,7 +3,6 @@
 #include <glibmm/ustring.h>
 
 #include <cstdio>
-#include <memory>
 #include <string>
 
 namespace vok {
@@ -60,10 +59,9 @@ Glib::ustring withoutControlCharacters(const Glib::ustring& text) {
 void print(JSCValue* message) {
     if (!jsc_value_is_string(message))
         return;
-    const std::unique_ptr<GBytes, decltype(&g_bytes_unref)> bytes(jsc_value_to_string_as_bytes(message),
-                                                                  g_bytes_unref);
+    g_autoptr(GBytes) bytes = jsc_value_to_string_as_bytes(message);
     gsize size = 0;
-    const auto* const content = static_cast<const char*>(g_bytes_get_data(bytes.get(), &size));
+    const auto* const content = static_cast<const char*>(g_bytes_get_data(bytes, &size));
     const auto text = Glib::ustring(std::string(content, content + size)).make_valid();
     std::puts(withoutControlCharacters(text).c_str());
     std::fflush(stdout);
@@ -74,11 +72,10 @@ void print(JSCValue* message) {
 SignalConnection printPageConsole(WebKitUserContentManager* pages) {
     auto messages = connect<void(JSCValue*)>(pages, "script-message-received::pageConsole", print);
     webkit_user_content_manager_register_script_message_handler(pages, "pageConsole", nullptr);
-    WebKitUserScript* const script =
+    g_autoptr(WebKitUserScript) script =
         webkit_user_script_new(reportingScript, WEBKIT_USER_CONTENT_INJECT_ALL_FRAMES,
                                WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, nullptr, nullptr);
     webkit_user_content_manager_add_script(pages, script);
-    webkit_user_script_unref(script);
     return messages;
 }
 

@@ -23,28 +23,20 @@ addEventListener("click", event => {
     webkit.messageHandlers.refusedLink.postMessage(link.href)
 }))";
 
-struct UserScriptUnref {
-    void operator()(WebKitUserScript* user) const { webkit_user_script_unref(user); }
-};
-
-WebKitUserContentManager* watchedContent(WebKitWebView* view) {
-    WebKitUserContentManager* const content = webkit_web_view_get_user_content_manager(view);
-    webkit_user_content_manager_register_script_message_handler(content, handler, world);
-    const std::unique_ptr<WebKitUserScript, UserScriptUnref> watching(webkit_user_script_new_for_world(
-        script, WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, world,
-        nullptr, nullptr));
-    webkit_user_content_manager_add_script(content, watching.get());
-    return content;
-}
-
 }  // namespace
 
-RefusedLinks::RefusedLinks(WebKitWebView* view, std::function<void(const std::string&)> onClick)
-    : clicked(connect<void(JSCValue*)>(watchedContent(view), "script-message-received::refusedLink",
-                                       [onClick = std::move(onClick)](JSCValue* url) {
-                                           const std::unique_ptr<char, decltype(&g_free)> text(
-                                               jsc_value_to_string(url), g_free);
-                                           onClick(text.get());
-                                       })) {}
+SignalConnection watchRefusedLinks(WebKitWebView* view, std::function<void(const std::string&)> onClick) {
+    WebKitUserContentManager* const content = webkit_web_view_get_user_content_manager(view);
+    webkit_user_content_manager_register_script_message_handler(content, handler, world);
+    g_autoptr(WebKitUserScript) watching = webkit_user_script_new_for_world(
+        script, WEBKIT_USER_CONTENT_INJECT_TOP_FRAME, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, world,
+        nullptr, nullptr);
+    webkit_user_content_manager_add_script(content, watching);
+    return connect<void(JSCValue*)>(content, "script-message-received::refusedLink",
+                                    [onClick = std::move(onClick)](JSCValue* url) {
+                                        g_autofree char* text = jsc_value_to_string(url);
+                                        onClick(text);
+                                    });
+}
 
 }  // namespace vok

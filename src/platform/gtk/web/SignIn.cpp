@@ -1,7 +1,6 @@
 #include "platform/gtk/web/SignIn.h"
 
 #include "foundation/StringWithFormat.h"
-#include "platform/gtk/support/Signal.h"
 #include "texts/Texts.h"
 
 #include <memory>
@@ -9,11 +8,6 @@
 namespace vok {
 
 namespace {
-
-struct CredentialFree {
-    void operator()(WebKitCredential* credential) const { webkit_credential_free(credential); }
-};
-using Credential = std::unique_ptr<WebKitCredential, CredentialFree>;
 
 bool asksForPassword(WebKitAuthenticationRequest* request) {
     switch (webkit_authentication_request_get_scheme(request)) {
@@ -48,9 +42,9 @@ std::optional<Alert> signInAlert(WebKitAuthenticationRequest* request,
         WEBKIT_AUTHENTICATION_REQUEST(g_object_ref(request)), g_object_unref);
     const auto end = [kept, typed, onEnd = std::move(onEnd)](bool agreed) {
         if (agreed) {
-            const Credential credential(webkit_credential_new(
-                typed->userName.c_str(), typed->password.c_str(), WEBKIT_CREDENTIAL_PERSISTENCE_FOR_SESSION));
-            webkit_authentication_request_authenticate(kept.get(), credential.get());
+            g_autoptr(WebKitCredential) credential = webkit_credential_new(
+                typed->userName.c_str(), typed->password.c_str(), WEBKIT_CREDENTIAL_PERSISTENCE_FOR_SESSION);
+            webkit_authentication_request_authenticate(kept.get(), credential);
         } else {
             webkit_authentication_request_cancel(kept.get());
         }

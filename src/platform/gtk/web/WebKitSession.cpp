@@ -2,25 +2,16 @@
 
 #include "texts/Texts.h"
 
-#include <algorithm>
-#include <array>
 #include <string_view>
 
 namespace vok {
 
 namespace {
 
-struct FeatureListUnref {
-    void operator()(WebKitFeatureList* list) const { webkit_feature_list_unref(list); }
-};
-
-/// Prefixes of the features with which WebKitGTK throttles a page in a hidden window.
-constexpr auto hiddenPageFeatures = std::to_array<std::string_view>({"HiddenPage", "PageVisibilityBased"});
-
+/// WebKitGTK throttles a page in a hidden window by several features.
 bool isHiddenPageFeature(WebKitFeature* feature) {
     const std::string_view name = webkit_feature_get_identifier(feature);
-    return std::ranges::any_of(hiddenPageFeatures,
-                               [&](auto beginning) { return name.starts_with(beginning); });
+    return name.starts_with("HiddenPage") || name.starts_with("PageVisibilityBased");
 }
 
 GObjectPtr<WebKitSettings> makeSettings(bool plainRenderer) {
@@ -61,9 +52,9 @@ void WebKitSession::enableDeveloperTools() {
 }
 
 void WebKitSession::setFullSpeedWhileHidden(bool fullSpeed) {
-    const std::unique_ptr<WebKitFeatureList, FeatureListUnref> features(webkit_settings_get_all_features());
-    for (gsize i = 0; i < webkit_feature_list_get_length(features.get()); ++i) {
-        WebKitFeature* const feature = webkit_feature_list_get(features.get(), i);
+    g_autoptr(WebKitFeatureList) features = webkit_settings_get_all_features();
+    for (gsize i = 0; i < webkit_feature_list_get_length(features); ++i) {
+        WebKitFeature* const feature = webkit_feature_list_get(features, i);
         if (isHiddenPageFeature(feature))
             webkit_settings_set_feature_enabled(settings.get(), feature, !fullSpeed);
     }
