@@ -5,7 +5,7 @@
 
 const vok::test::Backend& vok::test::backend() {
     static const PlistReader propertyLists;
-    static const ExecutableBundle bundle(propertyLists);
+    static const ExecutableBundle bundle;
     static const GlibURLParser urls;
     static const Backend answers{bundle, propertyLists, urls, {}, "2024-02-29T12:00:00Z", "<key>inner</key>"};
     return answers;

@@ -12,8 +12,7 @@ namespace vok {
 namespace {
 
 constexpr auto serviceName = "org.freedesktop.Accounts";
-constexpr unsigned connectTimeout = 2;  // seconds
-constexpr int callTimeout = 2000;       // milliseconds
+constexpr int callTimeout = 2000;  // milliseconds
 using Step = LocalIdentitiesFailure::Step;
 using Properties = std::map<Glib::ustring, Glib::VariantBase>;
 
@@ -40,41 +39,21 @@ std::optional<std::string> accountUUID(const std::optional<std::string>& machine
     return Poco::toUpper(uuid.toString());
 }
 
-class AccountsService {
-public:
-    explicit AccountsService(Glib::RefPtr<Gio::DBus::Connection> bus) : connection(std::move(bus)) {}
-
-    std::vector<Glib::DBusObjectPathString> users() const {
-        using Paths = Glib::Variant<std::vector<Glib::DBusObjectPathString>>;
-        return answer<Paths>(call("/org/freedesktop/Accounts", serviceName, "ListCachedUsers", {})).get();
-    }
-
-    Properties userProperties(const Glib::ustring& path) const {
-        const auto interface = Glib::VariantContainerBase::create_tuple(
-            Glib::Variant<Glib::ustring>::create("org.freedesktop.Accounts.User"));
-        const auto reply = call(path, "org.freedesktop.DBus.Properties", "GetAll", interface);
-        return answer<Glib::Variant<Properties>>(reply).get();
-    }
-
-private:
-    Glib::VariantContainerBase call(const Glib::ustring& path, const char* interface, const char* method,
-                                    const Glib::VariantContainerBase& arguments) const {
-        return connection->call_sync(path, interface, method, arguments, serviceName, callTimeout);
-    }
-
-    template <class Type>
-    static Type answer(Glib::VariantContainerBase reply) {
-        return Glib::VariantBase::cast_dynamic<Type>(reply.get_child(0));
-    }
-
-    Glib::RefPtr<Gio::DBus::Connection> connection;
-};
+/// The value that a method of AccountsService returns; throws std::bad_cast when it has another type.
+template <class Value>
+Value call(Gio::DBus::Connection& bus, const Glib::ustring& path, const char* interface, const char* method,
+           const Glib::VariantContainerBase& arguments) {
+    auto reply = bus.call_sync(path, interface, method, arguments, serviceName, callTimeout);
+    return Glib::VariantBase::cast_dynamic<Glib::Variant<Value>>(reply.get_child(0)).get();
+}
 
 /// Nothing for an account whose properties cannot be read.
-std::optional<LocalIdentity> identity(const AccountsService& service, const Glib::ustring& path,
+std::optional<LocalIdentity> identity(Gio::DBus::Connection& bus, const Glib::ustring& path,
                                       const std::optional<std::string>& machineUUID) {
     try {
-        const auto user = service.userProperties(path);
+        const auto interface = Glib::VariantContainerBase::create_tuple(
+            Glib::Variant<Glib::ustring>::create("org.freedesktop.Accounts.User"));
+        const auto user = call<Properties>(bus, path, "org.freedesktop.DBus.Properties", "GetAll", interface);
         LocalIdentity account;
         account.isEnabled = !value<bool>(user, "Locked");
         account.isHidden = value<bool>(user, "SystemAccount");
@@ -92,29 +71,26 @@ std::optional<LocalIdentity> identity(const AccountsService& service, const Glib
     }
 }
 
-bool isMissingService(const Glib::Error& error) {
-    return error.matches(G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
-           error.matches(G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
-}
-
 }  // namespace
 
 LocalIdentities accountsServiceIdentities(const std::optional<std::string>& machineUUID) {
     Glib::RefPtr<Gio::DBus::Connection> bus;
     try {
-        bus = messageBus(Gio::DBus::BusType::SYSTEM, connectTimeout);
+        bus = messageBus(Gio::DBus::BusType::SYSTEM);
     } catch (const Glib::Error&) {
         return LocalIdentitiesFailure{Step::authority, std::nullopt};
     }
     try {
-        const AccountsService service(bus);
+        const auto users = call<std::vector<Glib::DBusObjectPathString>>(
+            *bus.get(), "/org/freedesktop/Accounts", serviceName, "ListCachedUsers", {});
         std::vector<LocalIdentity> identities;
-        for (const auto& path : service.users())
-            if (auto account = identity(service, path, machineUUID))
+        for (const auto& path : users)
+            if (auto account = identity(*bus.get(), path, machineUUID))
                 identities.push_back(*std::move(account));
         return identities;
     } catch (Glib::Error& error) {
-        if (isMissingService(error))
+        if (error.matches(G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
+            error.matches(G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER))
             return LocalIdentitiesFailure{Step::query, std::nullopt};
         g_dbus_error_strip_remote_error(error.gobj());
         return LocalIdentitiesFailure{Step::execution, error.what()};

@@ -1,12 +1,10 @@
 #include "platform/gtk/services/ExecutableBundle.h"
 
-#include "platform/PropertyListReader.h"
+#include "platform/gtk/services/PlistReader.h"
 
 #include <filesystem>
 
 namespace vok {
-
-ExecutableBundle::ExecutableBundle(const PropertyListReader& reader) : propertyLists(reader) {}
 
 std::string ExecutableBundle::bundlePath() const {
     const auto executable = std::filesystem::read_symlink("/proc/self/exe");
@@ -14,7 +12,8 @@ std::string ExecutableBundle::bundlePath() const {
 }
 
 Dictionary ExecutableBundle::infoDictionary() const {
-    return propertyLists.dictionaryWithContentsOfFile(bundlePath() + "/Contents/Info.plist")
+    return PlistReader()
+        .dictionaryWithContentsOfFile(bundlePath() + "/Contents/Info.plist")
         .value_or(Dictionary());
 }
 

@@ -5,36 +5,27 @@
 #include <Poco/String.h>
 #include <glib.h>
 
-#include <memory>
 #include <string_view>
 
 namespace vok {
 
 namespace {
 
-struct GlibFree {
-    void operator()(char* text) const { g_free(text); }
-    void operator()(GUri* uri) const { g_uri_unref(uri); }
-};
-
-using GlibText = std::unique_ptr<char, GlibFree>;
-
 constexpr auto flags =
     static_cast<GUriFlags>(G_URI_FLAGS_PARSE_RELAXED | G_URI_FLAGS_ENCODED | G_URI_FLAGS_SCHEME_NORMALIZE);
 
 /// GUri would decode unnecessary escapes and reject malformed ones; the web view leaves both unchanged. So
-/// each
-/// "%" is passed to GUri escaped.
+/// each "%" is passed to GUri escaped.
 std::string hideEscapes(const std::string& text) { return Poco::replace(text, "%", "%25"); }
 std::string showEscapes(const std::string& text) { return Poco::replace(text, "%25", "%"); }
 
 std::string absoluteString(GUri* uri) {
     const char* const host = g_uri_get_host(uri);
-    const GlibText lowerCaseHost(host ? g_ascii_strdown(host, -1) : nullptr);
-    const GlibText joined(g_uri_join(flags, g_uri_get_scheme(uri), g_uri_get_userinfo(uri),
-                                     lowerCaseHost.get(), g_uri_get_port(uri), g_uri_get_path(uri),
-                                     g_uri_get_query(uri), g_uri_get_fragment(uri)));
-    return showEscapes(joined.get());
+    g_autofree char* lowerCaseHost = host ? g_ascii_strdown(host, -1) : nullptr;
+    g_autofree char* joined =
+        g_uri_join(flags, g_uri_get_scheme(uri), g_uri_get_userinfo(uri), lowerCaseHost, g_uri_get_port(uri),
+                   g_uri_get_path(uri), g_uri_get_query(uri), g_uri_get_fragment(uri));
+    return showEscapes(joined);
 }
 
 /// g_uri_join() rejects a path that would be parsed as part of the host, as in "http://h:1;v", or as a host,
@@ -50,16 +41,13 @@ std::optional<URL> GlibURLParser::URLWithString(const std::string& text) const {
     if (hasZeroByte(text))
         return std::nullopt;
     const auto hidden = hideEscapes(text);
-    char* splitQuery = nullptr;
-    const bool valid = g_uri_split(hidden.c_str(), flags, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                   &splitQuery, nullptr, nullptr);
-    const GlibText query(splitQuery);
-    if (!valid)
+    g_autofree char* query = nullptr;
+    if (!g_uri_split(hidden.c_str(), flags, nullptr, nullptr, nullptr, nullptr, nullptr, &query, nullptr,
+                     nullptr))
         return std::nullopt;
-
-    const std::unique_ptr<GUri, GlibFree> uri(g_uri_parse(hidden.c_str(), flags, nullptr));
-    return URL{uri && canBeJoined(uri.get()) ? absoluteString(uri.get()) : text,
-               query ? std::optional(showEscapes(query.get())) : std::nullopt};
+    g_autoptr(GUri) uri = g_uri_parse(hidden.c_str(), flags, nullptr);
+    return URL{uri && canBeJoined(uri) ? absoluteString(uri) : text,
+               query ? std::optional(showEscapes(query)) : std::nullopt};
 }
 
 }  // namespace vok

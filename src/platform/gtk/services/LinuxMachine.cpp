@@ -8,7 +8,6 @@
 #include <systemd/sd-id128.h>
 
 #include <algorithm>
-#include <memory>
 #include <string_view>
 
 namespace vok {
@@ -19,10 +18,8 @@ namespace {
 constexpr sd_id128_t productId =
     SD_ID128_MAKE(5f, 0c, 1d, 9b, 7e, 3a, 4c, 28, 9b, 64, 2a, d7, c1, 83, 50, ef);
 
-constexpr unsigned connectTimeout = 2;  // seconds
-
-/// Long enough for the user to enter a password.
-constexpr int restartTimeout = 120'000;  // milliseconds
+/// Milliseconds; long enough for the user to enter a password.
+constexpr int restartTimeout = 120'000;
 
 /// A locale name such as "en_GB.UTF-8" as a BCP 47 code, "en-GB".
 std::string languageCode(std::string_view locale) {
@@ -34,8 +31,8 @@ std::string languageCode(std::string_view locale) {
 }  // namespace
 
 std::string LinuxMachine::operatingSystemVersionString() const {
-    const std::unique_ptr<char, decltype(&g_free)> name(g_get_os_info(G_OS_INFO_KEY_PRETTY_NAME), g_free);
-    return name ? name.get() : "Linux";
+    g_autofree char* name = g_get_os_info(G_OS_INFO_KEY_PRETTY_NAME);
+    return name ? name : "Linux";
 }
 
 std::optional<std::vector<std::string>> LinuxMachine::preferredLanguages() const {
@@ -61,7 +58,7 @@ LocalIdentities LinuxMachine::localIdentities() const { return accountsServiceId
 std::optional<std::string> LinuxMachine::restart() {
     try {
         const auto interactive = Glib::VariantContainerBase::create_tuple(Glib::Variant<bool>::create(true));
-        messageBus(Gio::DBus::BusType::SYSTEM, connectTimeout)
+        messageBus(Gio::DBus::BusType::SYSTEM)
             ->call_sync("/org/freedesktop/login1", "org.freedesktop.login1.Manager", "Reboot", interactive,
                         "org.freedesktop.login1", restartTimeout);
         return std::nullopt;

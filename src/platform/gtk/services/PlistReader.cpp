@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -16,16 +15,12 @@ namespace vok {
 
 namespace {
 
-/// libplist allocates strings and iterators with malloc.
-struct PlistFree {
-    void operator()(void* memory) const { std::free(memory); }
-};
-using PlistText = std::unique_ptr<char, PlistFree>;
+// What libplist allocates for its caller is freed with g_free, which is the C library's free.
 
-struct NodeFree {
+struct PlistFree {
     void operator()(void* node) const { plist_free(node); }
 };
-using Node = std::unique_ptr<void, NodeFree>;
+using Node = std::unique_ptr<void, PlistFree>;
 
 // libplist reads nested collections recursively and overflows the stack at about 100,000 levels.
 constexpr int maxDepth = 1000;
@@ -68,11 +63,10 @@ std::string withoutByteOrderMark(const std::string& contents) {
         if (!contents.starts_with(bytes))
             continue;
         gsize length = 0;
-        const std::unique_ptr<char, decltype(&g_free)> converted(
+        g_autofree char* converted =
             g_convert(contents.data() + bytes.size(), static_cast<gssize>(contents.size() - bytes.size()),
-                      "UTF-8", encoding, nullptr, &length, nullptr),
-            g_free);
-        return converted ? std::string(converted.get(), length) : "";
+                      "UTF-8", encoding, nullptr, &length, nullptr);
+        return converted ? std::string(converted, length) : "";
     }
     return contents;
 }
@@ -85,61 +79,40 @@ Node parse(const std::string& contents) {
     if (binary ? size > maxBinarySize : depthOf(contents) > maxDepth)
         return nullptr;
     plist_t root = nullptr;
-    if (binary)
-        plist_from_bin(contents.data(), size, &root);
-    else
-        plist_from_xml(contents.data(), size, &root);
+    (binary ? plist_from_bin : plist_from_xml)(contents.data(), size, &root);
     return Node(root);
 }
 
-std::string stringValue(plist_t node) {
-    char* value = nullptr;
-    plist_get_string_val(node, &value);
-    const PlistText owned(value);
-    return value ? value : "";
-}
-
-std::string booleanText(plist_t node) {
-    std::uint8_t value = 0;
-    plist_get_bool_val(node, &value);
-    return value ? "1" : "0";
-}
-
-std::string integerText(plist_t node) {
-    std::uint64_t value = 0;
-    plist_get_uint_val(node, &value);
-    return std::to_string(static_cast<std::int64_t>(value));
-}
-
-std::string realText(plist_t node) {
-    double value = 0;
-    plist_get_real_val(node, &value);
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text.precision(16);
-    text << value;
-    return text.str();
-}
-
-/// Dates, data and collections are converted to XML.
 std::string xmlText(plist_t node) {
-    char* xml = nullptr;
+    g_autofree char* xml = nullptr;
     std::uint32_t length = 0;
     plist_to_xml(node, &xml, &length);
-    const PlistText owned(xml);
     return xml ? std::string(xml, length) : "";
 }
 
+/// Dates, data and collections are converted to XML.
 std::string textOf(plist_t node) {
     switch (plist_get_node_type(node)) {
-    case PLIST_STRING:
-        return stringValue(node);
-    case PLIST_BOOLEAN:
-        return booleanText(node);
-    case PLIST_UINT:
-        return integerText(node);
-    case PLIST_REAL:
-        return realText(node);
+    case PLIST_STRING: {
+        const char* const value = plist_get_string_ptr(node, nullptr);
+        return value ? value : "";
+    }
+    case PLIST_BOOLEAN: {
+        std::uint8_t value = 0;
+        plist_get_bool_val(node, &value);
+        return value ? "1" : "0";
+    }
+    case PLIST_UINT: {
+        std::uint64_t value = 0;
+        plist_get_uint_val(node, &value);
+        return std::to_string(static_cast<std::int64_t>(value));
+    }
+    case PLIST_REAL: {
+        double value = 0;
+        plist_get_real_val(node, &value);
+        std::array<char, G_ASCII_DTOSTR_BUF_SIZE> text{};
+        return g_ascii_formatd(text.data(), text.size(), "%.16g", value);
+    }
     default:
         return xmlText(node);
     }
@@ -164,15 +137,13 @@ std::optional<Dictionary> PlistReader::dictionaryWithContentsOfFile(const std::s
     if (!root || plist_get_node_type(root.get()) != PLIST_DICT || !isUtf8WithoutZeroBytes(root.get()))
         return std::nullopt;
 
-    plist_dict_iter newIterator = nullptr;
-    plist_dict_new_iter(root.get(), &newIterator);
-    const std::unique_ptr<void, PlistFree> iterator(newIterator);
+    g_autofree void* iterator = nullptr;
+    plist_dict_new_iter(root.get(), &iterator);
     Dictionary dictionary;
     for (;;) {
-        char* key = nullptr;
+        g_autofree char* key = nullptr;
         plist_t value = nullptr;
-        plist_dict_next_item(root.get(), iterator.get(), &key, &value);
-        const PlistText owned(key);
+        plist_dict_next_item(root.get(), iterator, &key, &value);
         if (!value)
             return dictionary;
         dictionary.insert_or_assign(key, textOf(value));

@@ -2,25 +2,21 @@
 
 #include "foundation/Log.h"
 #include "platform/gtk/services/ExecutableBundle.h"
-#include "platform/gtk/services/PlistReader.h"
+#include "platform/gtk/services/MessageBus.h"
 #include "platform/gtk/start/GtkApplication.h"
-#include "platform/gtk/start/MessageBuses.h"
 #include "platform/gtk/start/Renderer.h"
 #include "platform/shared/CommandLine.h"
 
 #include <giomm/init.h>
 #include <glibmm/exceptionhandler.h>
 
-#include <cerrno>
 #include <cstdio>
 
 namespace vok {
 
 /// The order matters: the environment variables of GTK and WebKitGTK must be set before GTK starts.
 int ApplicationMain(int argc, char* argv[], ApplicationDelegateMaker makeDelegate) {
-    const PlistReader propertyLists;
-    const auto log = std::string("journalctl -t ") + program_invocation_short_name;
-    if (const auto answer = commandLineAnswer(argc, argv, ExecutableBundle(propertyLists), log)) {
+    if (const auto answer = commandLineAnswer(argc, argv, ExecutableBundle(), logCommand())) {
         std::fputs(answer->c_str(), stdout);
         return 0;
     }

@@ -43,7 +43,7 @@ private:
 }  // namespace
 
 GtkApplication::GtkApplication(const Renderer& choice, ApplicationDelegateMaker maker)
-    : renderer(choice), makeDelegate(std::move(maker)), bundle(propertyLists),
+    : renderer(choice), makeDelegate(std::move(maker)),
       application(Glib::make_refptr_for_instance<Gtk::Application>(
           new FirstInstance(applicationId(bundle), [this] { onStartup(); }))) {
     g_set_prgname(application->get_id().c_str());  // the class of the window on X11
@@ -68,9 +68,8 @@ void GtkApplication::performAfterDelay(double seconds, std::function<void()> per
 void GtkApplication::onStartup() {
     if (sandboxForbidden())
         return;
-    installer = std::make_unique<Installer>(*this, bundle, propertyLists, renderer.isPlain(),
-                                            application->get_id(), makeDelegate);
-    installer->applicationDelegate().applicationDidFinishLaunching();
+    installer = std::make_unique<Installer>(*this, renderer.isPlain(), application->get_id(), makeDelegate);
+    installer->delegate->applicationDidFinishLaunching();
 }
 
 /// The first start shows the window; later starts call this from their own process.
@@ -91,18 +90,17 @@ void GtkApplication::bringForward() {
     if (refusal)
         return refusal->present();
     windowRemoved.block();
-    installer->present();
+    installer->window.present();
     if (application->get_windows().empty())
-        application->add_window(installer->mainWindow());
+        application->add_window(installer->window.gtkWindow());
     windowRemoved.unblock();
 }
 
 void GtkApplication::showPages() {
-    application->add_window(installer->mainWindow());
-    addKeyboardShortcuts(
-        *application.get(), installer->mainWindow(), [this](double level) { installer->zoomPage(level); },
-        [this] { installer->reloadPage(); }, [this] { installer->inspectPage(); });
-    installer->present();
+    auto& window = installer->window;
+    application->add_window(window.gtkWindow());
+    addKeyboardShortcuts(*application.get(), window.gtkWindow(), installer->webView);
+    window.present();
     renderer.restoreEnvironment();
 }
 
@@ -119,9 +117,8 @@ void GtkApplication::showRefusal() {
 }
 
 void GtkApplication::onWindowRemoved() {
-    const bool last = application->get_windows().empty();
-    if (last &&
-        (!installer || installer->applicationDelegate().applicationShouldTerminateAfterLastWindowClosed()))
+    if (application->get_windows().empty() &&
+        (!installer || installer->delegate->applicationShouldTerminateAfterLastWindowClosed()))
         terminate();
 }
 

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "platform/Application.h"
-#include "platform/gtk/services/ExecutableBundle.h"
-#include "platform/gtk/services/PlistReader.h"
 #include "platform/gtk/start/Installer.h"
 #include "platform/gtk/start/Renderer.h"
 
@@ -33,7 +31,6 @@ private:
 
     const Renderer& renderer;
     ApplicationDelegateMaker makeDelegate;
-    PlistReader propertyLists;
     ExecutableBundle bundle;
     Glib::RefPtr<Gtk::Application> application;
     sigc::connection windowRemoved;

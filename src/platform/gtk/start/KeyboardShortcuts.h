@@ -3,15 +3,12 @@
 #include <gtkmm/application.h>
 #include <gtkmm/applicationwindow.h>
 
-#include <functional>
-
 namespace vok {
 
-/// Binds the usual keys: Ctrl+Q ends the program, Ctrl+W closes the window; F5 and Ctrl+R call `reloadPage`,
-/// F12 `inspectPage`; Ctrl with plus, minus and zero calls `zoomPage` with the new level, 1 for the actual
-/// size.
-void addKeyboardShortcuts(Gtk::Application& application, Gtk::ApplicationWindow& window,
-                          std::function<void(double)> zoomPage, const std::function<void()>& reloadPage,
-                          const std::function<void()>& inspectPage);
+class WebKitView;
+
+/// Binds the usual keys: Ctrl+Q and Ctrl+W close `window`, F5 and Ctrl+R reload the page, F12 opens the
+/// inspector, and Ctrl with plus, minus and zero zooms the page. Everything is borrowed.
+void addKeyboardShortcuts(Gtk::Application& application, Gtk::ApplicationWindow& window, WebKitView& view);
 
 }  // namespace vok
