@@ -161,8 +161,7 @@ void executeRealPath(char* argv[]) {
 
 int ApplicationMain(int argc, char* argv[], ApplicationDelegateMaker makeDelegate) {
     executeRealPath(argv);
-    const auto answer =
-        calledFromCocoa([&] { return commandLineAnswer(argc, argv, MainBundle(), logCommand()); });
+    const auto answer = calledFromCocoa([&] { return commandLineAnswer(argc, argv, MainBundle()); });
     if (answer) {
         std::cout << *answer;
         return EXIT_SUCCESS;

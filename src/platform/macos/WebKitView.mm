@@ -6,7 +6,6 @@
 #include "platform/macos/CocoaCalls.h"
 #include "platform/macos/WebViewDelegate.h"
 #include "platform/shared/NavigationDecisions.h"
-#include "platform/shared/OtherPrograms.h"
 
 /// The engine's view without its keys for the history: going back to a command URL would run the command
 /// again. A page's own history.back() and location.reload() do not use these methods.

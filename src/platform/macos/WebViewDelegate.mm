@@ -4,7 +4,7 @@
 #include "platform/macos/CocoaCalls.h"
 #include "platform/macos/LoadErrors.h"
 #include "platform/macos/PageDialogs.h"
-#include "platform/shared/OtherPrograms.h"
+#include "platform/shared/NavigationDecisions.h"
 
 namespace vok {
 

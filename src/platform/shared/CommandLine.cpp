@@ -1,6 +1,6 @@
 #include "platform/shared/CommandLine.h"
 
-#include "foundation/StringWithFormat.h"
+#include "foundation/Log.h"
 #include "platform/Bundle.h"
 #include "platform/shared/WindowTitle.h"
 
@@ -8,8 +8,7 @@
 
 namespace vok {
 
-std::optional<std::string> commandLineAnswer(int argc, const char* const argv[], const Bundle& bundle,
-                                             const std::string& log) {
+std::optional<std::string> commandLineAnswer(int argc, const char* const argv[], const Bundle& bundle) {
     if (argc != 2)
         return std::nullopt;
     const std::string_view argument = argv[1];
@@ -19,7 +18,7 @@ std::optional<std::string> commandLineAnswer(int argc, const char* const argv[],
         return StringWithFormat("Usage: %s [--help | --version]\n\n"
                                 "Opens the window of %@. Other arguments have no effect.\n\n"
                                 "The log is written to standard error and to the system log: %@\n",
-                                argv[0], windowTitle(bundle), log);
+                                argv[0], windowTitle(bundle), logCommand());
     return std::nullopt;
 }
 

@@ -2,7 +2,8 @@
 
 #include "foundation/StringWithFormat.h"
 
-#include <functional>
+#include <Poco/String.h>
+
 #include <map>
 #include <string_view>
 
@@ -13,33 +14,17 @@ extern const std::string_view errorPageTemplate;
 
 namespace {
 
-std::string escapedForHtml(std::string_view text) {
-    std::string escaped;
-    for (const char character : text) {
-        switch (character) {
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '>':
-            escaped += "&gt;";
-            break;
-        case '"':
-            escaped += "&quot;";
-            break;
-        default:
-            escaped += character;
-        }
-    }
-    return escaped;
+std::string escapedForHtml(std::string text) {
+    for (const auto& [character, entity] :
+         {std::pair("&", "&amp;"), {"<", "&lt;"}, {">", "&gt;"}, {"\"", "&quot;"}})
+        Poco::replaceInPlace(text, character, entity);
+    return text;
 }
 
 std::string escapedForHtml(Text text) { return escapedForHtml(translated(text)); }
 
 /// Host and port of `url`; empty when it has none.
-std::string_view hostOf(std::string_view url) {
+std::string hostOf(const std::string& url) {
     const auto scheme = url.find("://");
     if (scheme == url.npos)
         return {};
@@ -47,7 +32,7 @@ std::string_view hostOf(std::string_view url) {
     return authority.substr(authority.rfind('@') + 1);
 }
 
-std::string heading(std::string_view host) {
+std::string heading(const std::string& host) {
     if (host.empty())
         return escapedForHtml(texts::pageNotLoaded);
     return StringWithFormat(escapedForHtml(texts::hostNotLoaded), "<bdi>" + escapedForHtml(host) + "</bdi>");
@@ -64,7 +49,7 @@ std::string advice(const FailedLoad& load) {
     return advice + paragraph(texts::contactAdvice);
 }
 
-std::string button(std::string_view id, std::string_view url, Text label) {
+std::string button(const char* id, const std::string& url, Text label) {
     return StringWithFormat("<a id=\"%@\" href=\"%@\">%@</a>\n", id, escapedForHtml(url),
                             escapedForHtml(label));
 }

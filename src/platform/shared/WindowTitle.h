@@ -1,12 +1,14 @@
 #pragma once
 
-#include <string>
+#include "platform/Bundle.h"
 
 namespace vok {
 
-class Bundle;
-
 /// The product's name: CFBundleDisplayName, or "Installer" when that is missing.
-std::string windowTitle(const Bundle& bundle);
+inline std::string windowTitle(const Bundle& bundle) {
+    const auto info = bundle.infoDictionary();
+    const auto name = info.find("CFBundleDisplayName");
+    return name == info.end() ? "Installer" : name->second;
+}
 
 }  // namespace vok

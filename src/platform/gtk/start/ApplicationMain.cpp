@@ -16,7 +16,7 @@ namespace vok {
 
 /// The order matters: the environment variables of GTK and WebKitGTK must be set before GTK starts.
 int ApplicationMain(int argc, char* argv[], ApplicationDelegateMaker makeDelegate) {
-    if (const auto answer = commandLineAnswer(argc, argv, ExecutableBundle(), logCommand())) {
+    if (const auto answer = commandLineAnswer(argc, argv, ExecutableBundle())) {
         std::fputs(answer->c_str(), stdout);
         return 0;
     }

@@ -2,7 +2,7 @@
 #include "platform/gtk/web/NativeWebView.h"
 
 #include "platform/gtk/web/PageDialogs.h"
-#include "platform/shared/OtherPrograms.h"
+#include "platform/shared/NavigationDecisions.h"
 
 #include <utility>
 
