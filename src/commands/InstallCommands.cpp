@@ -7,8 +7,7 @@
 
 namespace vok {
 
-/// The launch-as-admin tool starts the install tool, which gets the key=value arguments. No value is quoted
-/// for the shell.
+/// The launch-as-admin tool starts the install tool. No value is quoted for the shell.
 constexpr auto installFormat =
     "/bin/bash -c '\"%@\" \"%@\" \"command=%@\" \"pid=%@\" \"agentId=%@\" \"targetDir=%@\" "
     "\"configTemplateUrl=%@\" \"installerUrl=%@\" \"reportUrl=%@\"' &";

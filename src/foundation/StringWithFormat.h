@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <concepts>
 #include <optional>
 #include <span>
@@ -27,12 +28,8 @@ std::string FormatArguments(std::string_view format, std::span<const FormatArgum
 /// The same for arguments given directly: std::string, std::optional<std::string>, C strings and int.
 template <class... Arguments>
 std::string StringWithFormat(std::string_view format, const Arguments&... arguments) {
-    if constexpr (sizeof...(arguments) == 0) {
-        return FormatArguments(format, {});
-    } else {
-        const FormatArgument list[] = {formatArgument(arguments)...};
-        return FormatArguments(format, list);
-    }
+    const std::array<FormatArgument, sizeof...(arguments)> list{formatArgument(arguments)...};
+    return FormatArguments(format, list);
 }
 
 }  // namespace vok

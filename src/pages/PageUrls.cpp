@@ -11,8 +11,7 @@ namespace vok {
 
 namespace {
 
-/// The query pair of the machine's last local account; empty when there is none or the accounts cannot be
-/// listed.
+/// The query pair of the machine's last local account; empty without one, or if accounts cannot be listed.
 std::string accountPair(const Machine& machine) {
     try {
         const auto users = GetLocalUsers(machine);

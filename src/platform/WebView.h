@@ -63,8 +63,7 @@ public:
     /// would run a command, is replaced by the error page instead.
     virtual bool webViewMayShowPage(const std::string& /*url*/) const { return true; }
 
-    /// Prefix of the URL of the start page, which leads to the first installation page; empty if there is
-    /// none.
+    /// Prefix of the URL of the start page, which leads to the first installation page; empty if none.
     virtual std::string webViewStartURL() const { return {}; }
 };
 
@@ -72,8 +71,7 @@ class WebUIDelegate {
 public:
     virtual ~WebUIDelegate() = default;
 
-    /// A page requests a new window. The returned view loads `requestURL`, after asking for a navigation
-    /// decision.
+    /// A page requests a new window. The returned view loads `requestURL` after a navigation decision.
     virtual WebView& webViewCreateWebViewWithRequest(WebView& sender, const std::string& /*requestURL*/) {
         return sender;
     }

@@ -18,8 +18,7 @@ public:
     /// type; later calls return the same.
     virtual std::optional<std::string> browserVersion(const std::string& /*type*/) { return std::nullopt; }
 
-    /// Starts a Firefox that is not at its macOS path, and returns at once; a failure is logged, not
-    /// reported.
+    /// Starts a Firefox that is not at its macOS path, and returns at once; a failure is only logged.
     virtual void openFirefox() {}
 };
 

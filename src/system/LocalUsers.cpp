@@ -7,22 +7,15 @@ namespace vok {
 
 namespace {
 
-constexpr auto headline = "Failed to get local users.";
-
-[[noreturn]] void raiseFailure(const LocalIdentitiesFailure& failure) {
-    using enum ExceptionKind;
-    using enum LocalIdentitiesFailure::Step;
+std::string reasonOf(const LocalIdentitiesFailure& failure) {
     switch (failure.step) {
-    case authority:
-        raise(NSGenericException, "%@\nCannot get authority.", headline);
-    case query:
-        raise(NSGenericException, "%@\nCannot create query.", headline);
-    case execution:
-        break;
+    case LocalIdentitiesFailure::Step::authority:
+        return "Cannot get authority.";
+    case LocalIdentitiesFailure::Step::query:
+        return "Cannot create query.";
+    default:
+        return failure.description.value_or("Cannot execute query.");
     }
-    if (failure.description)
-        raise(NSGenericException, "%@\n%@", headline, *failure.description);
-    raise(NSGenericException, "%@\nCannot execute query.", headline);
 }
 
 }  // namespace
@@ -30,7 +23,7 @@ constexpr auto headline = "Failed to get local users.";
 Dictionary GetLocalUsers(const Machine& machine) {
     const auto identities = machine.localIdentities();
     if (const auto* failure = std::get_if<LocalIdentitiesFailure>(&identities))
-        raiseFailure(*failure);
+        raise(ExceptionKind::NSGenericException, "Failed to get local users.\n%@", reasonOf(*failure));
 
     Dictionary users;
     for (const auto& identity : std::get<std::vector<LocalIdentity>>(identities)) {

@@ -22,8 +22,7 @@ std::invoke_result_t<Call> callCocoa(Call&& call) {
     }
 }
 
-/// Calls C++ from Cocoa. Every exception, including NSException, is logged; the result is then zero, NO or
-/// nil.
+/// Calls C++ from Cocoa. Every exception, also NSException, is logged; the result is then zero, NO or nil.
 template <class Callback>
 std::invoke_result_t<Callback> calledFromCocoa(Callback&& callback) noexcept {
     return shielded([&] { return callCocoa(std::forward<Callback>(callback)); });

@@ -6,12 +6,10 @@
 
 namespace vok {
 
-/// Whether the load was interrupted by another one, by a policy decision or by a media player: not an error
-/// for the user.
+/// Whether another load, a policy decision or a media player interrupted the load: no error for the user.
 bool isInterruption(NSError* error);
 
-/// Whether the load was interrupted by a policy decision, or by a response without a page. One case of
-/// `isInterruption`.
+/// One case of `isInterruption`: by a policy decision, or by a response without a page.
 bool isPolicyInterruption(NSError* error);
 
 /// Why a load failed, from the engine's error.

@@ -77,11 +77,7 @@
 
 namespace vok {
 
-namespace {
-
 constexpr NSUInteger mostWindows = 20;
-
-}  // namespace
 
 NewWindows::NewWindows(std::function<void(const std::string&)> handler)
     : onAddress(std::move(handler)), windows([NSMutableArray array]) {}

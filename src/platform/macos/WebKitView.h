@@ -55,8 +55,7 @@ public:
 
     /// Returns whether the view follows a navigation to `url`. `firstURL` is the URL before any redirect.
     bool allowsNavigation(const std::string& url, NSURL* firstURL);
-    /// Opens `url` in the default browser, and the page stays. `reason` is for the error page at a command
-    /// URL.
+    /// Opens `url` in the default browser; the page stays. `reason` is for the error page at a command URL.
     void openInBrowser(const std::string& url, const std::string& method, const FailureReason& reason);
     EngineView* openNewWindow() { return newWindows.open(view); }
 

@@ -86,8 +86,7 @@ std::string contentDisposition(NSURLResponse* response) {
     });
 }
 
-/// An HTTP error with a body loads like any other page. "Try again" is not offered for a command that has
-/// run.
+/// An HTTP error with a body loads like any other page. A command that has run is not offered again.
 - (void)replaceEmptyErrorResponse:(WebDataSource*)page {
     if (page.data.length || ![page.response isKindOfClass:[NSHTTPURLResponse class]])
         return;
@@ -108,8 +107,7 @@ std::string contentDisposition(NSURLResponse* response) {
     [self didFail:error inFrame:frame];
 }
 
-/// A response without a page, such as status 204, leaves the current page. If the application has requested
-/// the load, that is an error.
+/// A response without a page, such as status 204, is an error if the application has requested the load.
 - (void)didFail:(NSError*)error inFrame:(WebFrame*)frame {
     vok::calledFromCocoa([&] {
         if (!vok::isMain(frame))

@@ -23,8 +23,7 @@ bool isFile(const std::string& mimeType, const std::string& contentDisposition);
 bool allowsNavigation(WebView& view, WebPolicyDelegate& policy, Workspace& workspace, const std::string& url,
                       bool isApplicationLoad);
 
-/// Asks `ui` for a view when a page of `sender` opens a new window for `url`. That view loads the URL if
-/// `policy` allows it.
+/// Asks `ui` for a view when a page of `sender` opens a window for `url`, loaded there if `policy` allows.
 void requestNewWindow(WebView& sender, WebUIDelegate& ui, WebPolicyDelegate& policy, const std::string& url);
 
 }  // namespace vok

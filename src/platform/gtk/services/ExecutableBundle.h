@@ -4,8 +4,7 @@
 
 namespace vok {
 
-/// The bundle around the running program: the directory above Contents/MacOS of the executable's real path,
-/// so that starting it through a symbolic link works.
+/// The directory above Contents/MacOS of the executable's real path; a symbolic link may start the program.
 class ExecutableBundle final : public Bundle {
 public:
     std::string bundlePath() const override;

@@ -14,8 +14,7 @@ namespace {
 constexpr auto flags =
     static_cast<GUriFlags>(G_URI_FLAGS_PARSE_RELAXED | G_URI_FLAGS_ENCODED | G_URI_FLAGS_SCHEME_NORMALIZE);
 
-/// GUri would decode unnecessary escapes and reject malformed ones; the web view leaves both unchanged. So
-/// each "%" is passed to GUri escaped.
+/// GUri would decode escapes or reject malformed ones; the web view keeps both, so "%" is passed escaped.
 std::string hideEscapes(const std::string& text) { return Poco::replace(text, "%", "%25"); }
 std::string showEscapes(const std::string& text) { return Poco::replace(text, "%25", "%"); }
 
@@ -28,8 +27,7 @@ std::string absoluteString(GUri* uri) {
     return showEscapes(joined);
 }
 
-/// g_uri_join() rejects a path that would be parsed as part of the host, as in "http://h:1;v", or as a host,
-/// as in "http:/..//h".
+/// g_uri_join() rejects a path that would be parsed as (part of) a host: "http://h:1;v", "http:/..//h".
 bool canBeJoined(GUri* uri) {
     const std::string_view path = g_uri_get_path(uri);
     return g_uri_get_host(uri) ? path.empty() || path.starts_with('/') : !path.starts_with("//");

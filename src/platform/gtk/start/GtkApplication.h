@@ -14,8 +14,7 @@ public:
     /// `renderer` is borrowed and outlives the application.
     GtkApplication(const Renderer& renderer, ApplicationDelegateMaker makeDelegate);
 
-    /// Runs the main loop and returns the program's exit status. The program's arguments are not passed to
-    /// GTK.
+    /// Runs the main loop, without the program's arguments, and returns the program's exit status.
     int run();
 
     void terminate() override;

@@ -8,8 +8,7 @@ namespace vok {
 /// bubblewrap creates, and ends the program if that fails.
 bool sandboxForbidden();
 
-/// The message for the user then, with the setting that an administrator has to change; in the language in
-/// use.
+/// The message for the user then, translated, with the setting that an administrator has to change.
 std::string sandboxAdvice();
 
 }  // namespace vok

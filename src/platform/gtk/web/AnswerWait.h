@@ -25,7 +25,9 @@ public:
     void start();
     void end();
 
-    /// The sheet for `request`; nothing if it does not ask for a password. The wait restarts after it.
+    /// The sheet that asks for the user name and the password that a server or a proxy requires; nothing if
+    /// `request` asks for something else, such as a client certificate. What the user types is kept in
+    /// memory, for this session. The wait restarts after the sheet.
     std::optional<Alert> signIn(WebKitAuthenticationRequest* request);
 
 private:

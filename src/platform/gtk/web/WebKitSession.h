@@ -9,12 +9,10 @@
 
 namespace vok {
 
-/// What the web view is made of: a network session that stores nothing on disk, the settings, and the
-/// downloads.
+/// A network session that stores nothing on disk, with the settings and the downloads of the web view.
 class WebKitSession {
 public:
-    /// `onDownload` is called with each download, which has been cancelled. Otherwise WebKitGTK would save
-    /// the file in the user's download directory.
+    /// `onDownload` is called with each download. It is cancelled: WebKitGTK would save the file by itself.
     WebKitSession(bool plainRenderer, std::function<void(WebKitDownload* download)> onDownload);
 
     GObjectPtr<WebKitWebView> makeView() const;
