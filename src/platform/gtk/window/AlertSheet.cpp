@@ -129,10 +129,11 @@ AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
     auto& texts = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::VERTICAL, 12);
     texts.append(title);
     texts.append(messageArea(alert.message));
+    Gtk::Widget* firstField = nullptr;
     if (alert.signIn) {
         auto& form = *Gtk::make_managed<SignInForm>();
         texts.append(form);
-        set_focus(form.userName);
+        firstField = &form.userName;
         defaultButton.signal_clicked().connect([this, &form] {
             *alert.signIn = {form.userName.get_text(), form.password.get_text()};
         });
@@ -147,8 +148,7 @@ AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
     describeAsAlert(*this, withoutZeroBytes(alert.title), withoutZeroBytes(alert.message));
 
     set_default_widget(defaultButton);
-    if (!alert.signIn)
-        set_focus(defaultButton);
+    set_focus(firstField ? *firstField : defaultButton);
     signal_map().connect(
         [this] { Glib::signal_idle().connect_once(sigc::mem_fun(*this, &AlertSheet::announceFocus)); });
     auto shortcuts = Gtk::ShortcutController::create();
