@@ -25,6 +25,14 @@ std::string windowTitle(WebKitWebView* view) {
     return title ? title : "";
 }
 
+Alert destructiveQuestion(WebKitWebView* view, Text agreeButton, Text message, Text cancelButton,
+                          std::function<void(bool agreed)> onEnd) {
+    Alert alert{AlertStyle::informational, windowTitle(view),        translated(agreeButton),
+                translated(message),       translated(cancelButton), std::move(onEnd)};
+    alert.isDestructive = true;
+    return alert;
+}
+
 }  // namespace
 
 Alert messageFor(WebKitWebView* view, const std::string& message) {
@@ -44,8 +52,7 @@ std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog) {
         webkit_script_dialog_close(kept.get());
     };
     if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
-        return Alert{AlertStyle::informational,        windowTitle(view),       translated(texts::leave),
-                     translated(texts::leaveQuestion), translated(texts::stay), end};
+        return destructiveQuestion(view, texts::leave, texts::leaveQuestion, texts::stay, end);
     return Alert{AlertStyle::informational,
                  windowTitle(view),
                  translated(texts::ok),

@@ -24,7 +24,8 @@ private:
     void announceFocus();
 
     Alert alert;
-    Gtk::Button defaultButton;
+    Gtk::Button agreeButton;
+    Gtk::Button cancelButton;
     SignInForm* form = nullptr;  ///< a child of the sheet that asks for a user name and a password
     bool agreed = false;
 };
