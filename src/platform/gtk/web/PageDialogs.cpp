@@ -61,6 +61,10 @@ std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog) {
                  end};
 }
 
+Alert runAgainQuestion(WebKitWebView* view, std::function<void(bool agreed)> onEnd) {
+    return destructiveQuestion(view, texts::reload, texts::runAgainQuestion, texts::cancel, std::move(onEnd));
+}
+
 bool restrictContextMenu(WebKitContextMenu* menu, GSimpleAction* reload) {
     for (guint i = webkit_context_menu_get_n_items(menu); i-- > 0;) {
         WebKitContextMenuItem* const item = webkit_context_menu_get_item_at_position(menu, i);
