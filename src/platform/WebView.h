@@ -99,8 +99,8 @@ public:
     virtual void setPreferredLanguage(const std::string& code) = 0;
 
     /// Enables the engine's inspector, prints `console` calls and uncaught errors of pages to standard
-    /// output, and disables the page cache. Does nothing where the system has its own setting for the
-    /// inspector. To be called before the first load.
+    /// output, disables the page cache, and lets the user reload a command URL after a question. Does nothing
+    /// where the system has its own setting for the inspector. To be called before the first load.
     virtual void enableDeveloperTools() {}
 
     /// The delegates are borrowed and outlive the view.

@@ -17,7 +17,7 @@ namespace texts {
 
 inline constexpr auto ok = Text("OK");
 inline constexpr auto cancel = Text("Cancel");
-// TRANSLATORS: An item of a menu; loads the page again.
+// TRANSLATORS: An item of a menu, and a button; loads the page again.
 inline constexpr auto reload = Text("Reload");
 
 // The page in place of one that could not be loaded.
@@ -74,6 +74,9 @@ inline constexpr auto fileOfThisWindow =
 inline constexpr auto leaveQuestion = Text("Leave this page? What you have begun here may be lost.");
 inline constexpr auto stay = Text("Stay");
 inline constexpr auto leave = Text("Leave");
+// TRANSLATORS: The command is one that the page has given to the installer. The buttons are
+// "Cancel" and "Reload".
+inline constexpr auto runAgainQuestion = Text("Reload this page? Its command will run again.");
 inline constexpr auto signInTitle = Text("Authentication required");
 // TRANSLATORS: %@ is a host name.
 inline constexpr auto serverSignIn = Text("%@ requires a user name and a password.");

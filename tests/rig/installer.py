@@ -154,6 +154,10 @@ class Installer:
         """The strings of the open sheets: of each its title, its message and its buttons."""
         return [element.name for element in accessibility.elements(self.process.pid) if element.role == "label"]
 
+    def menu(self):
+        """The items of the open context menu."""
+        return [element.name for element in accessibility.elements(self.process.pid) if element.role == "menu item"]
+
     def press_sheet_button(self):
         accessibility.press(self.process.pid, "push button")
 

@@ -1,6 +1,7 @@
 """Loads that need a password, that are cancelled, or that are repeated."""
 
 import base64
+import threading
 import time
 
 import pytest
@@ -162,18 +163,59 @@ def test_a_callback_page_is_loaded_again_without_its_command(installer, server, 
 
 def test_a_page_at_a_command_url_is_not_loaded_again_and_a_form_is_not_sent_again(installer, server, start):
     uninstall = installer.command("uninstall", callback=None, reportUrl="r")
-    server.expect(uninstall, "<form method=post action=/form></form>" + script_page(
-        "onkeydown = event => { if (event.key == 'n') document.forms[0].submit() }"))
+    server.expect(uninstall, "<form method=post action=/form></form>" + script_page("""
+        oncontextmenu = () => fetch('/menu')
+        onkeydown = event => { if (event.key == 'n') document.forms[0].submit() }"""))
+    opened = []
+    installer.answers["/menu"] = lambda request: opened.append(request.path) or ""
     server.expect("POST /form")
     start(uninstall)
     assert len(installer.calls("admin tool", 1)) == 1
     desktop.wait_for_active_window(TITLE)
+    assert wait_for(lambda: desktop.click(button=3) or opened)
+    assert not wait_for(installer.menu, 2)
     for key in "F5", "ctrl+r", "n":
         desktop.press_key(key)
     installer.wait_for_log(f"frameUrl = {server.url('/form')}")
     server.expect("/form")
     try_again(installer, "ctrl+r")
     assert len(installer.calls("admin tool")) == 1
+
+
+def test_a_page_at_a_command_url_is_loaded_again_after_a_question_in_developer_mode(installer, server, start):
+    """Return is "Cancel"; the answer does nothing once the page has gone."""
+    installer.configuration["developerMode"] = "yes"
+    uninstall = installer.command("uninstall", callback=None, reportUrl="r")
+    leave = threading.Event()
+    installer.answers["/leave"] = lambda request: leave.wait(60) and ""
+    def expect_command():
+        server.expect(uninstall, script_page("onload = () => fetch('/leave').then(() => location = '/next')"))
+    expect_command()
+    start(uninstall)
+    desktop.wait_for_active_window(TITLE)
+    def ask(key):
+        assert desktop.press_until(key, installer.sheet)
+        installer.wait_for_sheet(TITLE, "Reload this page? Its command will run again.", "Cancel", "Reload")
+    def answer(*keys):
+        for key in keys:
+            desktop.press_key(key)
+        installer.wait_for_no_sheet()
+    assert len(installer.calls("admin tool", 1)) == 1
+    ask("F5")
+    answer("Return")
+    ask("ctrl+r")
+    expect_command()
+    answer("Tab", "Return")
+    installer.wait_for_requests()
+    assert len(installer.calls("admin tool", 2)) == 2
+    ask("F5")
+    server.expect("/next")
+    leave.set()
+    installer.wait_for_log(f"frameUrl = {server.url('/next')}")
+    answer("Tab", "Return")
+    server.expect("/next")
+    try_again(installer, "F5")
+    assert len(installer.calls("admin tool")) == 2
 
 
 def test_the_splash_page_is_not_loaded_again(installer, server, start_with):

@@ -92,20 +92,17 @@ def test_the_context_menu_offers_the_clipboard_and_reload_and_nothing_that_leave
     installer.wait_for_requests()
     installer.wait_for_log(server.url("/first"))
     desktop.wait_for_active_window(TITLE)
-    def menu():
-        elements = accessibility.elements(installer.process.pid)
-        return [element.name for element in elements if element.role == "menu item"]
     def open_menu(y, *items):
         """Clicks again if the page has missed the click."""
         def opened():
             desktop.press_key("Escape")
             desktop.click(10, y, button=3)
-            return wait_for(lambda: menu() == list(items), 3)
-        assert wait_for(opened), f"the menu has {menu()}"
+            return wait_for(lambda: installer.menu() == list(items), 3)
+        assert wait_for(opened), f"the menu has {installer.menu()}"
     for y, items in (100, ["Copy Link Location"]), (300, ["Cut", "Copy", "Paste", "Delete", "Select All"]):
         open_menu(y, *items)
         desktop.press_key("Escape")
-        assert wait_for(lambda: not menu())
+        assert wait_for(lambda: not installer.menu())
     open_menu(500, "Reload")
     server.expect(installer.first_path())
     accessibility.press(installer.process.pid, "menu item")

@@ -119,28 +119,12 @@ void NativeWebView::load(const std::string& url) {
         webkit_web_view_load_uri(view.get(), url.c_str());
 }
 
-bool NativeWebView::canReload() const {
-    if (!requestedURL.empty())
-        return false;
-    if (failedLoad)
-        return failedLoad->canTryAgain;
-    const auto present = url();
-    return present && !owner.isCommandURL(*present) && !isStartURL(*present);
-}
-
-void NativeWebView::reload() {
-    if (!canReload())
-        return;
-    if (failedLoad) {
-        load(failedLoad->url);
-        return;
-    }
-    reloadRequested = true;
-    webkit_web_view_reload(view.get());
+bool NativeWebView::isDeveloperMode() const {
+    return webkit_settings_get_enable_developer_extras(webkit_web_view_get_settings(view.get()));
 }
 
 void NativeWebView::inspect() {
-    if (webkit_settings_get_enable_developer_extras(webkit_web_view_get_settings(view.get())))
+    if (isDeveloperMode())
         webkit_web_inspector_show(webkit_web_view_get_inspector(view.get()));
 }
 
@@ -152,6 +136,7 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
         currentLoad = std::exchange(errorPageRequested, false) ? Load::errorPage : Load::page;
         answerWait.start();
+        askedCommandURL.clear();
         if (currentLoad == Load::page)
             owner.loadStarted();
     } else if (event == WEBKIT_LOAD_REDIRECTED) {
@@ -250,6 +235,7 @@ void NativeWebView::onProcessTerminated() {
     closing.closeIfAsked();
     currentLoad = Load::failed;
     errorPageRequested = false;
+    askedCommandURL.clear();
     owner.processTerminated();
 }
 

@@ -10,6 +10,7 @@
 #include "platform/shared/ErrorPage.h"
 
 #include <gtkmm/widget.h>
+#include <sigc++/trackable.h>
 
 #include <vector>
 
@@ -40,7 +41,7 @@ public:
 };
 
 /// One WebKitWebView: its loads, and the error page for a failed one.
-class NativeWebView {
+class NativeWebView : public sigc::trackable {
 public:
     /// `owner` is borrowed and outlives the view.
     NativeWebView(NativeWebViewOwner& owner, const WebKitSession& session);
@@ -51,8 +52,9 @@ public:
 
     void load(const std::string& url);
 
-    /// Reloads the page or, on the error page, the failed URL. Does nothing at a command URL, on the start
-    /// page and while the application loads another page. A form is not sent again.
+    /// Reloads the page or, on the error page, the failed URL. Does nothing on the start page and while the
+    /// application loads another page. At a command URL it asks first if developer tools are enabled, else it
+    /// does nothing. A form is not sent again.
     void reload();
 
     /// URL of the page, or of the one that the application loads; nothing before the first load.
@@ -92,6 +94,9 @@ private:
     std::string normalisedRequest() const;
     bool isStartURL(const std::string& url) const;
     bool canReload() const;
+    void askToRunAgain(const std::string& commandURL);
+    void onRunAgainAnswer(bool agreed, const std::string& commandURL);
+    bool isDeveloperMode() const;
     bool onAuthenticate(WebKitAuthenticationRequest* request);
     void onCommitted();
     /// Shows the error page, a little later, if the page that has loaded is an HTTP error with an empty body.
@@ -115,6 +120,7 @@ private:
     bool showsStartPage = false;           ///< the current page is the start page
     bool errorPageRequested = false;       ///< the next load is the error page
     bool reloadRequested = false;          ///< the next reload decision belongs to `reload`
+    std::string askedCommandURL;           ///< the user is asked whether to run the page's command again
     std::optional<FailedLoad> failedLoad;  ///< the load that the error page shows, while it is shown
     AnswerWait answerWait;
     GObjectPtr<GSimpleAction> reloadAction{g_simple_action_new("reload", nullptr)};

@@ -25,7 +25,7 @@ public:
 
     bool isAsking() const { return static_cast<bool>(*pendingClose); }
 
-    /// The page objects: `question` is the sheet whose default button closes the window anyway.
+    /// The page objects: `question` is the sheet whose `agreeButton` closes the window anyway.
     Alert onObjection(Alert question);
 
     /// The page is gone and can no longer object.

@@ -25,6 +25,14 @@ std::string windowTitle(WebKitWebView* view) {
     return title ? title : "";
 }
 
+Alert destructiveQuestion(WebKitWebView* view, Text agreeButton, Text message, Text cancelButton,
+                          std::function<void(bool agreed)> onEnd) {
+    Alert alert{AlertStyle::informational, windowTitle(view),        translated(agreeButton),
+                translated(message),       translated(cancelButton), std::move(onEnd)};
+    alert.isDestructive = true;
+    return alert;
+}
+
 }  // namespace
 
 Alert messageFor(WebKitWebView* view, const std::string& message) {
@@ -44,14 +52,17 @@ std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog) {
         webkit_script_dialog_close(kept.get());
     };
     if (type == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM)
-        return Alert{AlertStyle::informational,        windowTitle(view),       translated(texts::leave),
-                     translated(texts::leaveQuestion), translated(texts::stay), end};
+        return destructiveQuestion(view, texts::leave, texts::leaveQuestion, texts::stay, end);
     return Alert{AlertStyle::informational,
                  windowTitle(view),
                  translated(texts::ok),
                  webkit_script_dialog_get_message(dialog),
                  isQuestion ? translated(texts::cancel) : "",
                  end};
+}
+
+Alert runAgainQuestion(WebKitWebView* view, std::function<void(bool agreed)> onEnd) {
+    return destructiveQuestion(view, texts::reload, texts::runAgainQuestion, texts::cancel, std::move(onEnd));
 }
 
 bool restrictContextMenu(WebKitContextMenu* menu, GSimpleAction* reload) {

@@ -4,6 +4,7 @@
 
 #include <webkit/webkit.h>
 
+#include <functional>
 #include <optional>
 
 namespace vok {
@@ -15,6 +16,9 @@ std::optional<Alert> alertFor(WebKitWebView* view, WebKitScriptDialog* dialog);
 
 /// A sheet with `message` about a page in `view`.
 Alert messageFor(WebKitWebView* view, const std::string& message);
+
+/// The sheet that asks whether to reload a page in `view` whose command would run again.
+Alert runAgainQuestion(WebKitWebView* view, std::function<void(bool agreed)> onEnd);
 
 /// Keeps in a page's context menu the items that edit text, the address of a link, and "Reload" if `reload`
 /// is not null. Going back could run a command again, and so could WebKitGTK's own reload if the page changes

@@ -16,7 +16,7 @@ public:
     WebKitView(Workspace& workspace, bool plainRenderer, std::function<void(double)> onProgress,
                std::function<void(Alert)> showSheet);
     void setZoomLevel(double level) { view.setZoomLevel(level); }
-    /// Reloads the page, unless that would run a command.
+    /// Reloads the page; one that would run a command only in developer mode, after a question.
     void reload() { view.reload(); }
     /// Shows the inspector, if developer tools are enabled.
     void inspect() { view.inspect(); }

@@ -18,11 +18,12 @@ struct SignInFields {
 struct Alert {
     AlertStyle style;
     std::string title;
-    std::string defaultButton;
+    std::string agreeButton;
     std::string message;
     std::string cancelButton = {};                ///< none when empty
-    std::function<void(bool agreed)> onEnd = {};  ///< agreed: by the default button
+    std::function<void(bool agreed)> onEnd = {};  ///< agreed: by `agreeButton`
     std::shared_ptr<SignInFields> signIn = {};    ///< filled in before `onEnd`; no fields when null
+    bool isDestructive = false;  ///< agreeing may lose something, so the default button is `cancelButton`
 };
 
 }  // namespace vok

@@ -117,7 +117,7 @@ void describeAsAlert(Gtk::Window& sheet, const std::string& title, const std::st
 }  // namespace
 
 AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
-    : alert(std::move(shown)), defaultButton(alert.defaultButton) {
+    : alert(std::move(shown)), agreeButton(alert.agreeButton), cancelButton(alert.cancelButton) {
     set_title(alert.title);
     set_transient_for(parent);
     set_destroy_with_parent();
@@ -134,7 +134,7 @@ AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
         auto& form = *Gtk::make_managed<SignInForm>();
         texts.append(form);
         firstField = &form.userName;
-        defaultButton.signal_clicked().connect([this, &form] {
+        agreeButton.signal_clicked().connect([this, &form] {
             *alert.signIn = {form.userName.get_text(), form.password.get_text()};
         });
     }
@@ -147,6 +147,9 @@ AlertSheet::AlertSheet(Gtk::Window& parent, Alert shown)
     setDirection(*this, isRightToLeft() ? Gtk::TextDirection::RTL : Gtk::TextDirection::LTR);
     describeAsAlert(*this, withoutZeroBytes(alert.title), withoutZeroBytes(alert.message));
 
+    if (alert.isDestructive)
+        agreeButton.add_css_class("destructive-action");
+    auto& defaultButton = alert.isDestructive ? cancelButton : agreeButton;
     set_default_widget(defaultButton);
     set_focus(firstField ? *firstField : defaultButton);
     signal_map().connect(
@@ -161,17 +164,16 @@ Gtk::Box& AlertSheet::buttons() {
     auto& row = *Gtk::make_managed<Gtk::Box>(Gtk::Orientation::HORIZONTAL, 12);
     row.set_halign(Gtk::Align::END);
     if (!alert.cancelButton.empty()) {
-        auto& cancel = *Gtk::make_managed<Gtk::Button>(alert.cancelButton);
-        cancel.set_size_request(buttonWidth, -1);
-        cancel.signal_clicked().connect([this] { close(); });
-        row.append(cancel);
+        cancelButton.set_size_request(buttonWidth, -1);
+        cancelButton.signal_clicked().connect([this] { close(); });
+        row.append(cancelButton);
     }
-    defaultButton.set_size_request(buttonWidth, -1);
-    defaultButton.signal_clicked().connect([this] {
+    agreeButton.set_size_request(buttonWidth, -1);
+    agreeButton.signal_clicked().connect([this] {
         agreed = true;
         close();
     });
-    row.append(defaultButton);
+    row.append(agreeButton);
     return row;
 }
 

@@ -23,7 +23,8 @@ private:
     void announceFocus();
 
     Alert alert;
-    Gtk::Button defaultButton;
+    Gtk::Button agreeButton;
+    Gtk::Button cancelButton;
     bool agreed = false;
 };
 

@@ -1,0 +1,52 @@
+// How a native web view reloads its page.
+#include "platform/gtk/web/NativeWebView.h"
+
+#include "platform/gtk/web/PageDialogs.h"
+
+#include <sigc++/adaptors/bind.h>
+#include <sigc++/functors/mem_fun.h>
+#include <sigc++/functors/slot.h>
+
+#include <utility>
+
+namespace vok {
+
+bool NativeWebView::canReload() const {
+    if (!requestedURL.empty())
+        return false;
+    if (failedLoad)
+        return failedLoad->canTryAgain;
+    const auto present = url();
+    return present && !isStartURL(*present) && (!owner.isCommandURL(*present) || isDeveloperMode());
+}
+
+void NativeWebView::reload() {
+    if (!canReload())
+        return;
+    if (failedLoad) {
+        load(failedLoad->url);
+    } else if (const auto present = *url(); owner.isCommandURL(present)) {
+        askToRunAgain(present);
+    } else {
+        reloadRequested = true;
+        webkit_web_view_reload(view.get());
+    }
+}
+
+void NativeWebView::askToRunAgain(const std::string& commandURL) {
+    if (std::exchange(askedCommandURL, commandURL) == commandURL)
+        return;
+    // If the sheet outlives this object, the slot does nothing.
+    const sigc::slot<void(bool)> onEnd =
+        sigc::bind(sigc::mem_fun(*this, &NativeWebView::onRunAgainAnswer), commandURL);
+    owner.alertRequested(runAgainQuestion(view.get(), onEnd));
+}
+
+/// If the page is gone, the answer does nothing.
+void NativeWebView::onRunAgainAnswer(bool agreed, const std::string& commandURL) {
+    const bool pageIsGone = std::exchange(askedCommandURL, {}) != commandURL || !canReload();
+    if (agreed && !pageIsGone)
+        load(commandURL);
+}
+
+}  // namespace vok
