@@ -9,7 +9,6 @@
 #include "platform/gtk/web/PageDialogs.h"
 #include "platform/gtk/web/RefusedLinks.h"
 #include "platform/gtk/web/StartPage.h"
-#include "platform/shared/ErrorPage.h"
 
 #include <Poco/String.h>
 
@@ -20,8 +19,14 @@ namespace vok {
 constexpr auto blankPage = "about:blank";
 const std::string script = "javascript:";
 
-NativeWebView::NativeWebView(NativeWebViewOwner& viewOwner, const WebKitSession& session)
-    : owner(viewOwner), view(session.makeView()),
+NativeWebView::NativeWebView(Workspace& desktop, bool plainRenderer, std::function<void(double)> progress,
+                             std::function<void(Alert)> sheets)
+    : workspace(desktop), onProgress(std::move(progress)), showSheet(std::move(sheets)),
+      session(plainRenderer,
+              [this](WebKitDownload* download) {
+                  WebKitURIRequest* const request = webkit_download_get_request(download);
+                  openInBrowser(webkit_uri_request_get_uri(request), request, texts::isDownload);
+              }),
       answerWait([this] { showErrorPage(loadingURL(), texts::noAnswer); },
                  [this] { showErrorPage(loadingURL(), texts::passwordRequired); }) {
     bindSignals();
@@ -78,27 +83,27 @@ void NativeWebView::bindSignals() {
         [this](WebKitWebProcessTerminationReason) { onProcessTerminated(); }));
     connections.push_back(
         connect<void(GParamSpec*)>(view.get(), "notify::estimated-load-progress", [this](GParamSpec*) {
-            owner.loadProgressed(webkit_web_view_get_estimated_load_progress(view.get()));
+            onProgress(webkit_web_view_get_estimated_load_progress(view.get()));
         }));
 }
 
 bool NativeWebView::isStartURL(const std::string& url) const {
-    const auto start = owner.startURL();
+    const auto start = policyDelegate->webViewStartURL();
     return !start.empty() && url.starts_with(start);
 }
 
-std::optional<std::string> NativeWebView::url() const {
+std::optional<std::string> NativeWebView::mainFrameURL() const {
     const char* const url = webkit_web_view_get_uri(view.get());
     if (!url || !*url)
         return std::nullopt;
     if (url == std::string_view(blankPage) && (showsStartPage || isStartURL(requestedURL)))
-        return owner.startURL();
+        return policyDelegate->webViewStartURL();
     return url;
 }
 
 void NativeWebView::onStartPageFile(WebKitURISchemeRequest* request) {
     if (showsStartPage || isStartURL(requestedURL)) {
-        answerFromDirectoryOf(owner.startURL(), request);
+        answerFromDirectoryOf(policyDelegate->webViewStartURL(), request);
         return;
     }
     g_autoptr(GError) error =
@@ -106,9 +111,10 @@ void NativeWebView::onStartPageFile(WebKitURISchemeRequest* request) {
     webkit_uri_scheme_request_finish_error(request, error);
 }
 
-void NativeWebView::load(const std::string& url) {
+void NativeWebView::loadRequest(const std::string& url) {
     // A load of a javascript: URL would never finish. On the error page a link to one would run it.
-    if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0 || !owner.mayShowPage(url)) {
+    if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0 ||
+        !policyDelegate->webViewMayShowPage(url)) {
         showErrorPage(withoutZeroBytes(url), texts::addressNotAllowed, false);
         return;
     }
@@ -128,7 +134,8 @@ void NativeWebView::inspect() {
         webkit_web_inspector_show(webkit_web_view_get_inspector(view.get()));
 }
 
-void NativeWebView::printConsole() {
+void NativeWebView::enableDeveloperTools() {
+    session.enableDeveloperTools();
     connections.push_back(printPageConsole(webkit_web_view_get_user_content_manager(view.get())));
 }
 
@@ -138,14 +145,14 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
         answerWait.start();
         askedCommandURL.clear();
         if (currentLoad == Load::page)
-            owner.loadStarted();
+            frameLoadDelegate->webViewDidStartProvisionalLoadForFrame(*this, *this);
     } else if (event == WEBKIT_LOAD_REDIRECTED) {
         answerWait.start();
     } else if (event == WEBKIT_LOAD_COMMITTED) {
         onCommitted();
     } else if (event == WEBKIT_LOAD_FINISHED) {
         if (std::exchange(currentLoad, Load::none) == Load::page) {
-            owner.loadFinished();
+            frameLoadDelegate->webViewDidFinishLoadForFrame(*this, *this);
             replaceEmptyErrorResponse();
         }
     }
@@ -155,7 +162,7 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
 void NativeWebView::replaceEmptyErrorResponse() {
     if (requestedURL.empty())
         findEmptyErrorResponse(view.get(), [this](const char* url, const FailureReason& reason) {
-            showErrorPage(url, reason, !owner.isCommandURL(url));
+            showErrorPage(url, reason, !policyDelegate->webViewIsCommandURL(url));
         });
 }
 
@@ -169,7 +176,7 @@ void NativeWebView::onCommitted() {
         return;
     failedLoad.reset();
     const bool isBlank = webkit_web_view_get_uri(view.get()) == std::string_view(blankPage);
-    showsStartPage = isStartURL(isBlank ? requested : url().value_or(""));
+    showsStartPage = isStartURL(isBlank ? requested : mainFrameURL().value_or(""));
     if (isBlank && !showsStartPage && !requested.empty() && requested != blankPage) {
         currentLoad = Load::failed;
         showErrorPage(requested, texts::addressNotAllowed);
@@ -186,7 +193,7 @@ bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
     auto alert = answerWait.signIn(request);
     if (!alert)
         return false;
-    owner.alertRequested(*std::move(alert));
+    showSheet(*std::move(alert));
     return true;
 }
 
@@ -204,8 +211,8 @@ void NativeWebView::onLoadFailed(const char* url, const GError& error) {
 
 void NativeWebView::showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
     Log("Failed to load '%@' (%@).", url, reason.logged);
-    const auto start = owner.startURL();
-    failedLoad = FailedLoad{url, reason, canTryAgain && owner.mayShowPage(url),
+    const auto start = policyDelegate->webViewStartURL();
+    failedLoad = FailedLoad{url, reason, canTryAgain && policyDelegate->webViewMayShowPage(url),
                             url.starts_with(start) ? std::string() : start};
     errorPageRequested = true;
     // A local page may link to any URL; the start page is a local file.
@@ -214,7 +221,7 @@ void NativeWebView::showErrorPage(const std::string& url, const FailureReason& r
 }
 
 void NativeWebView::askBeforeClosing(std::function<void()> close) {
-    if (!failedLoad && !url().value_or("file:").starts_with("file:"))
+    if (!failedLoad && !mainFrameURL().value_or("file:").starts_with("file:"))
         closing.ask(std::move(close));
     else
         close();
@@ -227,7 +234,7 @@ void NativeWebView::onScriptDialog(WebKitScriptDialog* dialog) {
     if (isObjection && !closing.isAsking())
         webkit_script_dialog_confirm_set_confirmed(dialog, true);
     else if (auto alert = alertFor(view.get(), dialog))
-        owner.alertRequested(isObjection ? closing.onObjection(*std::move(alert)) : *std::move(alert));
+        showSheet(isObjection ? closing.onObjection(*std::move(alert)) : *std::move(alert));
 }
 
 void NativeWebView::onProcessTerminated() {
@@ -236,7 +243,7 @@ void NativeWebView::onProcessTerminated() {
     currentLoad = Load::failed;
     errorPageRequested = false;
     askedCommandURL.clear();
-    owner.processTerminated();
+    frameLoadDelegate->webViewWebContentProcessDidTerminate(*this);
 }
 
 }  // namespace vok

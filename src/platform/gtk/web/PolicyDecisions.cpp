@@ -1,8 +1,7 @@
-// Which navigations a native web view follows, and which answers it shows.
+// Which navigations the web view follows, and which answers it shows.
 #include "platform/gtk/web/NativeWebView.h"
 
 #include "platform/gtk/web/PageDialogs.h"
-#include "platform/shared/NavigationDecisions.h"
 
 #include <utility>
 
@@ -58,13 +57,13 @@ void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
     const bool sendsForm = type == WEBKIT_NAVIGATION_TYPE_FORM_RESUBMITTED;
     const bool reloads =
         (type == WEBKIT_NAVIGATION_TYPE_RELOAD || sendsForm) && std::exchange(reloadRequested, false);
-    if (reloads && (sendsForm || owner.isCommandURL(url))) {
+    if (reloads && (sendsForm || policyDelegate->webViewIsCommandURL(url))) {
         webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
-        if (!owner.isCommandURL(url))
-            load(url);
+        if (!policyDelegate->webViewIsCommandURL(url))
+            loadRequest(url);
         return;
     }
-    if (owner.allowsNavigation(url, !requestedURL.empty()))
+    if (allowsNavigation(*this, *policyDelegate, workspace, url, !requestedURL.empty()))
         webkit_policy_decision_use(WEBKIT_POLICY_DECISION(decision));
     else
         webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
@@ -89,7 +88,7 @@ bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
 
 std::optional<FailureReason> NativeWebView::reasonNotToShow(const std::string& url,
                                                             WebKitResponsePolicyDecision* decision) const {
-    if (!owner.mayShowPage(url))
+    if (!policyDelegate->webViewMayShowPage(url))
         return texts::addressNotAllowed;
     WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
     const std::string type = webkit_uri_response_get_mime_type(response);
@@ -103,14 +102,14 @@ std::optional<FailureReason> NativeWebView::reasonNotToShow(const std::string& u
 void NativeWebView::openInBrowser(const std::string& url, WebKitURIRequest* request,
                                   const FailureReason& reason) {
     const char* const method = webkit_uri_request_get_http_method(request);  // null for "blob:"
-    if (owner.isCommandURL(url))
+    if (policyDelegate->webViewIsCommandURL(url))
         showErrorPage(url, reason);
     else if (method && canBrowserFetch(url, method))
-        owner.openElsewhere(url);
+        workspace.openURL(url);
     else
-        owner.alertRequested(messageFor(
-            view.get(),
-            translated(owner.mayShowPage(url) ? texts::fileOfThisWindow : texts::addressNotAllowed)));
+        showSheet(messageFor(view.get(),
+                             translated(policyDelegate->webViewMayShowPage(url) ? texts::fileOfThisWindow
+                                                                                : texts::addressNotAllowed)));
 }
 
 }  // namespace vok

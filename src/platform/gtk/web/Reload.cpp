@@ -1,4 +1,4 @@
-// How a native web view reloads its page.
+// How the web view reloads its page.
 #include "platform/gtk/web/NativeWebView.h"
 
 #include "platform/gtk/web/PageDialogs.h"
@@ -16,16 +16,17 @@ bool NativeWebView::canReload() const {
         return false;
     if (failedLoad)
         return failedLoad->canTryAgain;
-    const auto present = url();
-    return present && !isStartURL(*present) && (!owner.isCommandURL(*present) || isDeveloperMode());
+    const auto present = mainFrameURL();
+    return present && !isStartURL(*present) &&
+           (!policyDelegate->webViewIsCommandURL(*present) || isDeveloperMode());
 }
 
 void NativeWebView::reload() {
     if (!canReload())
         return;
     if (failedLoad) {
-        load(failedLoad->url);
-    } else if (const auto present = *url(); owner.isCommandURL(present)) {
+        loadRequest(failedLoad->url);
+    } else if (const auto present = *mainFrameURL(); policyDelegate->webViewIsCommandURL(present)) {
         askToRunAgain(present);
     } else {
         reloadRequested = true;
@@ -39,14 +40,14 @@ void NativeWebView::askToRunAgain(const std::string& commandURL) {
     // If the sheet outlives this object, the slot does nothing.
     const sigc::slot<void(bool)> onEnd =
         sigc::bind(sigc::mem_fun(*this, &NativeWebView::onRunAgainAnswer), commandURL);
-    owner.alertRequested(runAgainQuestion(view.get(), onEnd));
+    showSheet(runAgainQuestion(view.get(), onEnd));
 }
 
 /// If the page is gone, the answer does nothing.
 void NativeWebView::onRunAgainAnswer(bool agreed, const std::string& commandURL) {
     const bool pageIsGone = std::exchange(askedCommandURL, {}) != commandURL || !canReload();
     if (agreed && !pageIsGone)
-        load(commandURL);
+        loadRequest(commandURL);
 }
 
 }  // namespace vok
