@@ -5,7 +5,7 @@
 namespace vok {
 
 /// The session bus or the system bus. Its end does not end the program. Throws Glib::Error when there is none
-/// that answers, within 10 seconds or 2.
+/// that answers within its limit: 10 seconds for the session bus, 2 for the system bus.
 Glib::RefPtr<Gio::DBus::Connection> messageBus(Gio::DBus::BusType type);
 
 /// Connects to both buses before GTK and WebKitGTK do, which wait without a limit for a bus that accepts

@@ -10,6 +10,7 @@ namespace vok {
 class UriHandlerWorkspace final : public Workspace {
 public:
     void openURL(const std::string& url) override;
+    /// Runs the desktop entry's program with --version, for 2 seconds at most.
     std::optional<std::string> browserVersion(const std::string& type) override;
     void openFirefox() override;
 
