@@ -25,7 +25,7 @@ def test_every_start_leads_from_the_splash_page_to_the_first_page(installer, ser
 
 def test_the_splash_page_gets_the_files_beside_it_and_no_other_page_does(installer, server, start_with):
     installer.splash.write_text(
-        "<!doctype html><meta charset=utf-8><title>splash</title><link rel=stylesheet href=ä%20b.css>")
+        "<!doctype html><meta charset=utf-8><title>splash</title><link rel=stylesheet crossorigin href=ä%20b.css>")
     (installer.tools / "ä b.css").write_text(f"html {{ background: url({server.url('/splash')}) }}")
     server.expect("/splash")
     server.expect("/last?1")
