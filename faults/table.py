@@ -68,7 +68,10 @@ def try_one(name, outcomes, seconds, bundle, function):
 
 def try_out(names):
     """Tries the faults whose names match, and returns how many have an unexpected outcome."""
-    chosen = [fault for fault in FAULTS if re.search(names, fault[0])]
+    try:
+        chosen = [fault for fault in FAULTS if re.search(names, fault[0])]
+    except re.error as error:
+        raise SystemExit(f"'{names}' is not a regular expression: {error}.") from None
     if not chosen:
         raise SystemExit(f"No fault's name matches '{names}'.")
     available = {need: subprocess.run(["sh", "-c", command], check=False, capture_output=True).returncode == 0

@@ -3,11 +3,19 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-# Prints the comment at the top of the script, which is its usage text, and ends the script.
+# Prints the comment at the top of the script, which is its usage text.
+usage_text() { sed -n '2,/^[^#]/s/^# \{0,1\}//p' "scripts/${0##*/}"; }
+
+# Ends the script because of wrong arguments.
 usage() {
-    sed -n '2,/^[^#]/s/^# \{0,1\}//p' "scripts/${0##*/}" >&2
+    usage_text >&2
     exit 2
 }
+
+if [[ ${1-} == --help ]]; then
+    usage_text
+    exit
+fi
 
 # build PRESET [OPTION...]: configures with the options and builds; shows the output only on failure.
 build() {

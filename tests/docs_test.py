@@ -2,7 +2,10 @@
 import json
 import pathlib
 import re
+import shutil
+import subprocess
 import sys
+import tempfile
 import unittest
 
 SOURCE = pathlib.Path(__file__).resolve().parents[1]
@@ -57,6 +60,17 @@ class DocsTest(unittest.TestCase):
         self.assertEqual([], [script for script, _ in scripts if not script.is_file()])
         self.assertEqual([], [(script, option) for script, options in scripts for option in options.split()
                               if option not in script.read_text()])
+
+    def test_scripts_print_their_usage_instead_of_running(self):
+        with tempfile.TemporaryDirectory() as project:  # without sources, where a script that runs fails
+            scripts = pathlib.Path(shutil.copytree(SOURCE / "scripts", pathlib.Path(project) / "scripts"))
+            scripts = [script for script in scripts.iterdir() if script.name != "lib.sh"]
+            def results(option):
+                ran = [(script.name, subprocess.run([script, option], capture_output=True, text=True, timeout=60))
+                       for script in scripts]
+                return {name: (run.returncode, f"scripts/{name}" in run.stdout) for name, run in ran}
+            self.assertEqual({script.name: (0, True) for script in scripts}, results("--help"))
+            self.assertEqual({script.name: (2, False) for script in scripts}, results("--no-such-option"))
 
     def test_presets(self):
         presets = json.loads((SOURCE / "CMakePresets.json").read_text())
