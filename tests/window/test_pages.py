@@ -82,3 +82,14 @@ def test_a_window_without_an_address_leaves_the_next_navigation_to_the_page(inst
         onload = () => { open('about:blank'); location = '/next' }"""))
     installer.wait_for_requests()
     assert installer.calls("browser", 2) == [f"[{server.url('/opened')}]", f"[{server.url('/again')}]"]
+
+
+def test_a_page_refuses_what_is_dropped_outside_its_fields(installer, server, start_with):
+    """Otherwise WebKitGTK would load a dropped file or link."""
+    server.expect("/taken?,input,file")
+    start_with("""<!doctype html><p>Text<input id=input><input id=file type=file><input id=box type=checkbox><script>
+        const isTaken = element => ['dragenter', 'dragover'].every(type => element.dispatchEvent(
+            new DragEvent(type, {bubbles: true, cancelable: true, dataTransfer: new DataTransfer()})))
+        onload = () => location = '/taken?' + [...document.querySelectorAll('p, input')].filter(isTaken)
+            .map(element => ',' + element.id).join('')</script>""")
+    installer.wait_for_requests()

@@ -7,6 +7,7 @@
 #include "platform/gtk/web/LoadErrors.h"
 #include "platform/gtk/web/PageConsole.h"
 #include "platform/gtk/web/PageDialogs.h"
+#include "platform/gtk/web/RefusedDrops.h"
 #include "platform/gtk/web/RefusedLinks.h"
 #include "platform/gtk/web/StartPage.h"
 
@@ -30,6 +31,7 @@ NativeWebView::NativeWebView(Workspace& desktop, bool plainRenderer, std::functi
       answerWait([this] { showErrorPage(loadingURL(), texts::noAnswer); },
                  [this] { showErrorPage(loadingURL(), texts::passwordRequired); }) {
     bindSignals();
+    refuseDrops(webkit_web_view_get_user_content_manager(view.get()));
     WebKitWebContext* const context = webkit_web_view_get_context(view.get());
     webkit_security_manager_register_uri_scheme_as_cors_enabled(
         webkit_web_context_get_security_manager(context), startPageScheme);
