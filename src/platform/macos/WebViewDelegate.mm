@@ -224,6 +224,12 @@ std::string contentDisposition(NSURLResponse* response) {
     return vok::calledFromCocoa([&] { return vok::contextMenuItems(sender, defaultMenuItems); });
 }
 
+/// Without WebDragDestinationActionLoad, by which a file or link would replace the page.
+- (NSUInteger)webView:(WebView*)sender
+    dragDestinationActionMaskForDraggingInfo:(id<NSDraggingInfo>)draggingInfo {
+    return WebDragDestinationActionDHTML | WebDragDestinationActionEdit;
+}
+
 // A script can neither resize nor close the window.
 
 - (void)webView:(WebView*)sender setFrame:(NSRect)frame {

@@ -7,6 +7,7 @@
 extern NSString* WebKitErrorDomain;
 extern NSString* WebActionOriginalURLKey;
 enum { WebKitErrorCannotShowURL = 101, WebKitErrorFrameLoadInterruptedByPolicyChange = 102 };
+enum { WebDragDestinationActionDHTML = 1, WebDragDestinationActionEdit = 2 };
 
 enum {
     WebMenuItemTagCopyLinkToClipboard = 3,
@@ -80,6 +81,8 @@ enum {
 - (NSArray*)webView:(WebView*)sender
     contextMenuItemsForElement:(NSDictionary*)element
               defaultMenuItems:(NSArray*)defaultMenuItems;
+- (NSUInteger)webView:(WebView*)webView
+    dragDestinationActionMaskForDraggingInfo:(id<NSDraggingInfo>)draggingInfo;
 @end
 
 @interface WebDataSource : NSObject
