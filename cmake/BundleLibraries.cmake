@@ -55,4 +55,6 @@ endforeach()
 file(GLOB libraries "${frameworks}/*")
 run("${dpkg-shlibdeps}" "-l${frameworks}" -O "${contents}/MacOS/vok-installer" ${libraries})
 string(REPLACE "shlibs:Depends=" "" output "${output}")
-file(WRITE "${contents}/Resources/dependencies" "${output}")
+string(STRIP "${output}" output)
+# Debian 12's dpkg-shlibdeps does not know that packed relocations need glibc 2.36.
+file(WRITE "${contents}/Resources/dependencies" "${output}, libc6 (>= 2.36)\n")
