@@ -58,7 +58,7 @@ class Installer:
             self.tool(name)
 
     def make_default_browser(self):
-        self.desktop_entry("browser", f'"{self.tools}/browser"')
+        self.desktop_entry("browser", f'"{self.tools}/browser" %u')
         config = self.home / ".config"
         config.mkdir()
         (config / "mimeapps.list").write_text("[Default Applications]\nx-scheme-handler/http=browser.desktop\n")
@@ -68,7 +68,7 @@ class Installer:
         applications = self.home / ".local/share/applications"
         applications.mkdir(parents=True, exist_ok=True)
         (applications / f"{name}.desktop").write_text(
-            f"[Desktop Entry]\nType=Application\nName=Browser\nExec={command} %u\n")
+            f"[Desktop Entry]\nType=Application\nName=Browser\nExec={command}\n")
 
     def identify(self, **information):
         """Changes values of the bundle's Info.plist."""

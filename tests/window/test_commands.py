@@ -45,12 +45,14 @@ def test_commands_report_on_their_callback_pages(installer, server, start_with):
 
 
 def test_browsers_of_the_desktop_are_named_and_started(installer, server, start):
-    """Like a snap, Chromium is started by env, which has its own --version."""
+    """Chromium is a snap, whose entry runs env, and Firefox a flatpak; both have a --version of their own."""
     installer.environment |= NO_BROWSERS
-    installer.tool("fire fox", "echo 'Mozilla Firefox 128.3.0esr'")
-    installer.desktop_entry("firefox-esr", f'"{installer.tools}/fire fox"')
+    installer.tool("flatpak", "echo 'Mozilla Firefox 128.3.0esr'")
+    installer.desktop_entry("org.mozilla.firefox", f'"{installer.tools}/flatpak" run --command=firefox '
+                                                   "--file-forwarding org.mozilla.firefox @@u %u @@")
     installer.tool("chromium", "echo 'Chromium 120.0.6099.109 built on Debian 12'")
-    installer.desktop_entry("chromium_chromium", f'env BAMF_DESKTOP_FILE_HINT=/a.desktop "{installer.tools}/chromium"')
+    installer.desktop_entry("chromium_chromium",
+                            f'env BAMF_DESKTOP_FILE_HINT=/a.desktop "{installer.tools}/chromium" %u')
     browsers, firefox = installer.command("getbrowsers", "/browsers"), installer.command("runfirefox", "/never")
     server.expect(browsers)
     server.expect("/browsers?" + report(
@@ -59,7 +61,9 @@ def test_browsers_of_the_desktop_are_named_and_started(installer, server, start)
     server.expect(firefox)
     start(browsers)
     installer.wait_for_requests()
-    assert installer.calls("fire fox", 2) == ["[--version]", "[]"]
+    assert installer.calls("flatpak", 2) == [
+        "[run][org.mozilla.firefox][--version]",
+        "[run][--command=firefox][--file-forwarding][org.mozilla.firefox][@@u][@@]"]
 
 
 def test_a_single_option_prints_and_ends(installer):
