@@ -8,7 +8,7 @@
 #include "platform/gtk/services/PlistReader.h"
 #include "platform/gtk/services/UriHandlerWorkspace.h"
 #include "platform/gtk/start/ColorScheme.h"
-#include "platform/gtk/web/NativeWebView.h"
+#include "platform/gtk/web/WebKitView.h"
 #include "platform/gtk/window/GtkWindow.h"
 #include "platform/shared/WindowTitle.h"
 
@@ -36,7 +36,7 @@ struct Installer {
     LinuxMachine machine;
     ColorScheme colorScheme;
     GtkWindow window;
-    NativeWebView webView;
+    WebKitView webView;
     std::unique_ptr<ApplicationDelegate> delegate;
 };
 

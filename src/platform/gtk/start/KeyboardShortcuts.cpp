@@ -1,6 +1,6 @@
 #include "platform/gtk/start/KeyboardShortcuts.h"
 
-#include "platform/gtk/web/NativeWebView.h"
+#include "platform/gtk/web/WebKitView.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,8 +11,7 @@ namespace vok {
 constexpr double zoomFactor = 1.2;
 constexpr int maxZoomSteps = 6;  // about 0.33 to 3
 
-void addKeyboardShortcuts(Gtk::Application& application, Gtk::ApplicationWindow& window,
-                          NativeWebView& view) {
+void addKeyboardShortcuts(Gtk::Application& application, Gtk::ApplicationWindow& window, WebKitView& view) {
     const auto steps = std::make_shared<int>(0);
     const auto zoomTo = [steps, &view](int wanted) {
         *steps = std::clamp(wanted, -maxZoomSteps, maxZoomSteps);

@@ -5,10 +5,10 @@
 
 namespace vok {
 
-class NativeWebView;
+class WebKitView;
 
 /// Binds the usual keys: Ctrl+Q and Ctrl+W close `window`, F5 and Ctrl+R reload the page, F12 opens the
 /// inspector, and Ctrl with plus, minus and zero zooms the page. Everything is borrowed.
-void addKeyboardShortcuts(Gtk::Application& application, Gtk::ApplicationWindow& window, NativeWebView& view);
+void addKeyboardShortcuts(Gtk::Application& application, Gtk::ApplicationWindow& window, WebKitView& view);
 
 }  // namespace vok

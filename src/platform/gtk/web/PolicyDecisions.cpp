@@ -1,5 +1,5 @@
 // Which navigations the web view follows, and which answers it shows.
-#include "platform/gtk/web/NativeWebView.h"
+#include "platform/gtk/web/WebKitView.h"
 
 #include "platform/gtk/web/PageDialogs.h"
 
@@ -22,12 +22,12 @@ std::string contentDisposition(WebKitURIResponse* response) {
 
 }  // namespace
 
-std::string NativeWebView::normalisedRequest() const {
+std::string WebKitView::normalisedRequest() const {
     const GObjectPtr<WebKitURIRequest> request(webkit_uri_request_new(requestedURL.c_str()));
     return webkit_uri_request_get_uri(request.get());
 }
 
-bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+bool WebKitView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
     switch (type) {
     case WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION:
         onNavigation(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
@@ -41,7 +41,7 @@ bool NativeWebView::onDecidePolicy(WebKitPolicyDecision* decision, WebKitPolicyD
 
 /// Cancels navigation by a page that the error page is about to replace, as its load would be taken for that
 /// of the error page; and by the start page while a page loads that the application has requested.
-void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
+void WebKitView::onNavigation(WebKitNavigationPolicyDecision* decision) {
     WebKitNavigationAction* const action = webkit_navigation_policy_decision_get_navigation_action(decision);
     const auto type = webkit_navigation_action_get_navigation_type(action);
     const auto url = isStartURL(requestedURL) ? normalisedRequest() : requestURL(action);
@@ -69,7 +69,7 @@ void NativeWebView::onNavigation(WebKitNavigationPolicyDecision* decision) {
         webkit_policy_decision_ignore(WEBKIT_POLICY_DECISION(decision));
 }
 
-bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
+bool WebKitView::onResponse(WebKitResponsePolicyDecision* decision) {
     if (!webkit_response_policy_decision_is_main_frame_main_resource(decision))
         return false;
     answerWait.end();
@@ -86,8 +86,8 @@ bool NativeWebView::onResponse(WebKitResponsePolicyDecision* decision) {
     return true;
 }
 
-std::optional<FailureReason> NativeWebView::reasonNotToShow(const std::string& url,
-                                                            WebKitResponsePolicyDecision* decision) const {
+std::optional<FailureReason> WebKitView::reasonNotToShow(const std::string& url,
+                                                         WebKitResponsePolicyDecision* decision) const {
     if (!policyDelegate->webViewMayShowPage(url))
         return texts::addressNotAllowed;
     WebKitURIResponse* const response = webkit_response_policy_decision_get_response(decision);
@@ -99,8 +99,8 @@ std::optional<FailureReason> NativeWebView::reasonNotToShow(const std::string& u
     return std::nullopt;
 }
 
-void NativeWebView::openInBrowser(const std::string& url, WebKitURIRequest* request,
-                                  const FailureReason& reason) {
+void WebKitView::openInBrowser(const std::string& url, WebKitURIRequest* request,
+                               const FailureReason& reason) {
     const char* const method = webkit_uri_request_get_http_method(request);  // null for "blob:"
     if (policyDelegate->webViewIsCommandURL(url))
         showErrorPage(url, reason);

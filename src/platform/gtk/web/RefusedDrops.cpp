@@ -20,8 +20,8 @@ for (const type of ["dragenter", "dragover"])
 
 void refuseDrops(WebKitUserContentManager* pages) {
     g_autoptr(WebKitUserScript) refusing = webkit_user_script_new_for_world(
-        script, WEBKIT_USER_CONTENT_INJECT_ALL_FRAMES, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START, "installer",
-        nullptr, nullptr);
+        script, WEBKIT_USER_CONTENT_INJECT_ALL_FRAMES, WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START,
+        "installer", nullptr, nullptr);
     webkit_user_content_manager_add_script(pages, refusing);
 }
 

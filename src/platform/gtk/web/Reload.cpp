@@ -1,5 +1,5 @@
 // How the web view reloads its page.
-#include "platform/gtk/web/NativeWebView.h"
+#include "platform/gtk/web/WebKitView.h"
 
 #include "platform/gtk/web/PageDialogs.h"
 
@@ -11,7 +11,7 @@
 
 namespace vok {
 
-bool NativeWebView::canReload() const {
+bool WebKitView::canReload() const {
     if (!requestedURL.empty())
         return false;
     if (failedLoad)
@@ -21,7 +21,7 @@ bool NativeWebView::canReload() const {
            (!policyDelegate->webViewIsCommandURL(*present) || isDeveloperMode());
 }
 
-void NativeWebView::reload() {
+void WebKitView::reload() {
     if (!canReload())
         return;
     if (failedLoad) {
@@ -34,17 +34,17 @@ void NativeWebView::reload() {
     }
 }
 
-void NativeWebView::askToRunAgain(const std::string& commandURL) {
+void WebKitView::askToRunAgain(const std::string& commandURL) {
     if (std::exchange(askedCommandURL, commandURL) == commandURL)
         return;
     // If the sheet outlives this object, the slot does nothing.
     const sigc::slot<void(bool)> onEnd =
-        sigc::bind(sigc::mem_fun(*this, &NativeWebView::onRunAgainAnswer), commandURL);
+        sigc::bind(sigc::mem_fun(*this, &WebKitView::onRunAgainAnswer), commandURL);
     showSheet(runAgainQuestion(view.get(), onEnd));
 }
 
 /// If the page is gone, the answer does nothing.
-void NativeWebView::onRunAgainAnswer(bool agreed, const std::string& commandURL) {
+void WebKitView::onRunAgainAnswer(bool agreed, const std::string& commandURL) {
     const bool pageIsGone = std::exchange(askedCommandURL, {}) != commandURL || !canReload();
     if (agreed && !pageIsGone)
         loadRequest(commandURL);

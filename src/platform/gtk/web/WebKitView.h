@@ -20,12 +20,12 @@
 namespace vok {
 
 /// The web view, with WebKitGTK: its loads, and the error page for a failed one. Stores nothing on disk.
-class NativeWebView final : public WebView, private WebFrame, public sigc::trackable {
+class WebKitView final : public WebView, private WebFrame, public sigc::trackable {
 public:
     /// `workspace` is borrowed and outlives the view. `onProgress` is called with the load's progress, from 0
     /// to 1, and `showSheet` with messages and questions for the user.
-    NativeWebView(Workspace& workspace, bool plainRenderer, std::function<void(double)> onProgress,
-                  std::function<void(Alert)> showSheet);
+    WebKitView(Workspace& workspace, bool plainRenderer, std::function<void(double)> onProgress,
+               std::function<void(Alert)> showSheet);
 
     Gtk::Widget& widget() { return *Glib::wrap(GTK_WIDGET(view.get())); }
 

@@ -1,4 +1,4 @@
-#include "platform/gtk/web/NativeWebView.h"
+#include "platform/gtk/web/WebKitView.h"
 
 #include "foundation/Log.h"
 #include "foundation/Shielded.h"
@@ -20,8 +20,8 @@ namespace vok {
 constexpr auto blankPage = "about:blank";
 const std::string script = "javascript:";
 
-NativeWebView::NativeWebView(Workspace& desktop, bool plainRenderer, std::function<void(double)> progress,
-                             std::function<void(Alert)> sheets)
+WebKitView::WebKitView(Workspace& desktop, bool plainRenderer, std::function<void(double)> progress,
+                       std::function<void(Alert)> sheets)
     : workspace(desktop), onProgress(std::move(progress)), showSheet(std::move(sheets)),
       session(plainRenderer,
               [this](WebKitDownload* download) {
@@ -38,12 +38,12 @@ NativeWebView::NativeWebView(Workspace& desktop, bool plainRenderer, std::functi
     webkit_web_context_register_uri_scheme(
         context, startPageScheme,
         [](WebKitURISchemeRequest* request, gpointer data) {
-            shielded([&] { static_cast<NativeWebView*>(data)->onStartPageFile(request); });
+            shielded([&] { static_cast<WebKitView*>(data)->onStartPageFile(request); });
         },
         this, nullptr);
 }
 
-void NativeWebView::bindSignals() {
+void WebKitView::bindSignals() {
     connections.push_back(watchRefusedLinks(
         view.get(), [this](const std::string& url) { showErrorPage(url, texts::addressNotAllowed); }));
     connections.push_back(connect<void(WebKitLoadEvent)>(
@@ -89,12 +89,12 @@ void NativeWebView::bindSignals() {
         }));
 }
 
-bool NativeWebView::isStartURL(const std::string& url) const {
+bool WebKitView::isStartURL(const std::string& url) const {
     const auto start = policyDelegate->webViewStartURL();
     return !start.empty() && url.starts_with(start);
 }
 
-std::optional<std::string> NativeWebView::mainFrameURL() const {
+std::optional<std::string> WebKitView::mainFrameURL() const {
     const char* const url = webkit_web_view_get_uri(view.get());
     if (!url || !*url)
         return std::nullopt;
@@ -103,7 +103,7 @@ std::optional<std::string> NativeWebView::mainFrameURL() const {
     return url;
 }
 
-void NativeWebView::onStartPageFile(WebKitURISchemeRequest* request) {
+void WebKitView::onStartPageFile(WebKitURISchemeRequest* request) {
     if (showsStartPage || isStartURL(requestedURL)) {
         answerFromDirectoryOf(policyDelegate->webViewStartURL(), request);
         return;
@@ -113,7 +113,7 @@ void NativeWebView::onStartPageFile(WebKitURISchemeRequest* request) {
     webkit_uri_scheme_request_finish_error(request, error);
 }
 
-void NativeWebView::loadRequest(const std::string& url) {
+void WebKitView::loadRequest(const std::string& url) {
     // A load of a javascript: URL would never finish. On the error page a link to one would run it.
     if (hasZeroByte(url) || Poco::icompare(url, 0, script.size(), script) == 0 ||
         !policyDelegate->webViewMayShowPage(url)) {
@@ -127,21 +127,21 @@ void NativeWebView::loadRequest(const std::string& url) {
         webkit_web_view_load_uri(view.get(), url.c_str());
 }
 
-bool NativeWebView::isDeveloperMode() const {
+bool WebKitView::isDeveloperMode() const {
     return webkit_settings_get_enable_developer_extras(webkit_web_view_get_settings(view.get()));
 }
 
-void NativeWebView::inspect() {
+void WebKitView::inspect() {
     if (isDeveloperMode())
         webkit_web_inspector_show(webkit_web_view_get_inspector(view.get()));
 }
 
-void NativeWebView::enableDeveloperTools() {
+void WebKitView::enableDeveloperTools() {
     session.enableDeveloperTools();
     connections.push_back(printPageConsole(webkit_web_view_get_user_content_manager(view.get())));
 }
 
-void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
+void WebKitView::onLoadChanged(WebKitLoadEvent event) {
     if (event == WEBKIT_LOAD_STARTED) {
         currentLoad = std::exchange(errorPageRequested, false) ? Load::errorPage : Load::page;
         answerWait.start();
@@ -161,7 +161,7 @@ void NativeWebView::onLoadChanged(WebKitLoadEvent event) {
 }
 
 /// An HTTP error with a body loads like any other page.
-void NativeWebView::replaceEmptyErrorResponse() {
+void WebKitView::replaceEmptyErrorResponse() {
     if (requestedURL.empty())
         findEmptyErrorResponse(view.get(), [this](const char* url, const FailureReason& reason) {
             showErrorPage(url, reason, !policyDelegate->webViewIsCommandURL(url));
@@ -169,7 +169,7 @@ void NativeWebView::replaceEmptyErrorResponse() {
 }
 
 /// A URL that WebKitGTK refuses to request, such as one with a restricted port, becomes an empty page.
-void NativeWebView::onCommitted() {
+void WebKitView::onCommitted() {
     answerWait.end();
     newWindows.closeAll();
     const auto requested = std::exchange(requestedURL, {});
@@ -186,12 +186,12 @@ void NativeWebView::onCommitted() {
 }
 
 /// Until a load started by a page commits, webkit_web_view_get_uri() returns the URL of that page.
-std::string NativeWebView::loadingURL() const {
+std::string WebKitView::loadingURL() const {
     WebKitWebResource* const page = webkit_web_view_get_main_resource(view.get());
     return page ? webkit_web_resource_get_uri(page) : requestedURL;
 }
 
-bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
+bool WebKitView::onAuthenticate(WebKitAuthenticationRequest* request) {
     auto alert = answerWait.signIn(request);
     if (!alert)
         return false;
@@ -201,7 +201,7 @@ bool NativeWebView::onAuthenticate(WebKitAuthenticationRequest* request) {
 
 /// A response without a page, such as status 204, leaves the current page. If the application has requested
 /// the load, that is an error.
-void NativeWebView::onLoadFailed(const char* url, const GError& error) {
+void WebKitView::onLoadFailed(const char* url, const GError& error) {
     answerWait.end();
     if (std::exchange(currentLoad, Load::failed) == Load::failed || errorPageRequested)
         return;
@@ -211,7 +211,7 @@ void NativeWebView::onLoadFailed(const char* url, const GError& error) {
         showErrorPage(url, texts::noPage);
 }
 
-void NativeWebView::showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
+void WebKitView::showErrorPage(const std::string& url, const FailureReason& reason, bool canTryAgain) {
     Log("Failed to load '%@' (%@).", url, reason.logged);
     const auto start = policyDelegate->webViewStartURL();
     failedLoad = FailedLoad{url, reason, canTryAgain && policyDelegate->webViewMayShowPage(url),
@@ -222,7 +222,7 @@ void NativeWebView::showErrorPage(const std::string& url, const FailureReason& r
                                         start.c_str());
 }
 
-void NativeWebView::askBeforeClosing(std::function<void()> close) {
+void WebKitView::askBeforeClosing(std::function<void()> close) {
     if (!failedLoad && !mainFrameURL().value_or("file:").starts_with("file:"))
         closing.ask(std::move(close));
     else
@@ -230,7 +230,7 @@ void NativeWebView::askBeforeClosing(std::function<void()> close) {
 }
 
 /// Navigation asks no question; only closing the window does.
-void NativeWebView::onScriptDialog(WebKitScriptDialog* dialog) {
+void WebKitView::onScriptDialog(WebKitScriptDialog* dialog) {
     const bool isObjection =
         webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM;
     if (isObjection && !closing.isAsking())
@@ -239,7 +239,7 @@ void NativeWebView::onScriptDialog(WebKitScriptDialog* dialog) {
         showSheet(isObjection ? closing.onObjection(*std::move(alert)) : *std::move(alert));
 }
 
-void NativeWebView::onProcessTerminated() {
+void WebKitView::onProcessTerminated() {
     answerWait.end();
     closing.closeIfAsked();
     currentLoad = Load::failed;
