@@ -1,8 +1,9 @@
 """What a screen reader gets from a program by AT-SPI: accessibility.py PROCESS [ROLE]
 
-Prints the elements of all windows of the program as JSON. With a role, it instead presses the elements of that role and
-asks for the sheet, if one is open, until it is gone. The library is used in a process of its own for each look: it does
-not forget windows that are gone, and it crashes when its cache is cleared while they change.
+Prints the elements of all windows of the program as JSON, without those of its page. With a role, it instead presses
+the elements of that role and asks for the sheet, if one is open, until it is gone. The library is used in a process of
+its own for each look: it does not forget windows that are gone, and it crashes when its cache is cleared while they
+change.
 """
 
 import collections
@@ -21,7 +22,7 @@ Element = collections.namedtuple("Element", "role name states description")
 
 
 def elements(process):
-    """The elements of all windows of a program; empty when it has none."""
+    """The elements of all windows of a program, without those of its page; empty when it has none."""
     return [Element(*element) for element in json.loads(look(process) or "[]")]
 
 
@@ -34,11 +35,13 @@ def look(process, *role):
     return output(sys.executable, "-B", "-m", "rig.accessibility", str(process), *role, cwd=RIG_PARENT)
 
 
-def descendants(node):
+def descendants(node, process):
+    """The elements below `node`, without those of the page: its process answers nothing while a question is open."""
     for index in range(node.get_child_count()):
-        if child := node.get_child_at_index(index):
+        child = node.get_child_at_index(index)
+        if child and child.get_process_id() == process:
             yield child
-            yield from descendants(child)
+            yield from descendants(child, process)
 
 
 def described(node):
@@ -49,7 +52,7 @@ def described(node):
 def press_and_ask(program, role):
     program.set_cache_mask(Atspi.Cache.NONE)
     sheet = program.get_child_at_index(1)
-    for node in descendants(program):
+    for node in descendants(program, program.get_process_id()):
         if node.get_role_name() == role:
             Atspi.Action.do_action(node, 0)
     if sheet and sheet.get_state_set().contains(Atspi.StateType.MODAL):
@@ -66,7 +69,7 @@ def main(process, role=None):
             if role:
                 press_and_ask(program, role)
             else:
-                print(json.dumps([described(node) for node in descendants(program)]))
+                print(json.dumps([described(node) for node in descendants(program, int(process))]))
 
 
 if __name__ == "__main__":
