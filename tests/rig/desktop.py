@@ -24,6 +24,10 @@ def click(x=450, y=340, button=1):
     output("xdotool", "getactivewindow", "mousemove", "--window", "%1", str(x), str(y), "click", str(button))
 
 
+def active_window_id():
+    return output("xdotool", "getactivewindow")
+
+
 def active_window():
     """The name of the window that has the keyboard."""
     return output("xdotool", "getactivewindow", "getwindowname").decode().strip()

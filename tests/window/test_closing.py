@@ -29,9 +29,12 @@ def touch(installer, server):
 def test_a_page_that_objects_closes_only_when_the_user_says_leave(installer, touch, key):
     """Return is "Stay", like Escape."""
     touch()
+    window = desktop.active_window_id()
     for answer in "Escape", "Return", "Tab Return":
+        assert wait_for(lambda: desktop.active_window_id() == window)
         desktop.press_key(key)
         installer.wait_for_sheet(*QUESTION)
+        assert wait_for(lambda: desktop.active_window_id() not in (window, b""))
         for answer_key in answer.split():
             desktop.press_key(answer_key)
         installer.wait_for_no_sheet()
