@@ -1,5 +1,10 @@
 """Windows, keys and pictures of the X display."""
 
+import subprocess
+import sys
+import time
+
+from rig import drag_source
 from rig.waiting import output, wait_for
 
 
@@ -24,8 +29,30 @@ def click(x=450, y=340, button=1):
     output("xdotool", "getactivewindow", "mousemove", "--window", "%1", str(x), str(y), "click", str(button))
 
 
+def drop(window, x, y, mime_type, data):
+    """Drags data from another program to a point of the window, and drops it; returns whether a drag has ended."""
+    def move(*arguments):
+        output("xdotool", "mousemove", *map(str, arguments))
+        time.sleep(0.2)  # GTK and the web view follow the pointer in steps
+    with subprocess.Popen([sys.executable, "-B", drag_source.__file__, mime_type, data]) as source:
+        try:
+            origin = wait_for(lambda: windows(drag_source.TITLE, "--onlyvisible"))[-1]
+            output("xdotool", "windowmove", "--sync", origin, "0", "0", "windowactivate", "--sync", origin)
+            move("--window", origin, 30, 60)
+            output("xdotool", "mousedown", "1")
+            for step in range(5):
+                move("--window", origin, 40 + 10 * step, 60)
+            for step in range(5):
+                move("--window", window, x, y + step)
+            output("xdotool", "mouseup", "1")
+            return wait_for(lambda: source.poll() is not None, 3)
+        finally:
+            source.kill()
+            output("xdotool", "mouseup", "1")
+
+
 def active_window_id():
-    return output("xdotool", "getactivewindow")
+    return output("xdotool", "getactivewindow").decode().strip()
 
 
 def active_window():

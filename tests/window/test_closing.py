@@ -34,7 +34,7 @@ def test_a_page_that_objects_closes_only_when_the_user_says_leave(installer, tou
         assert wait_for(lambda: desktop.active_window_id() == window)
         desktop.press_key(key)
         installer.wait_for_sheet(*QUESTION)
-        assert wait_for(lambda: desktop.active_window_id() not in (window, b""))
+        assert wait_for(lambda: desktop.active_window_id() not in (window, ""))
         for answer_key in answer.split():
             desktop.press_key(answer_key)
         installer.wait_for_no_sheet()

@@ -2,8 +2,10 @@
 
 import pytest
 
-from rig.installer import kill_group
+from rig import desktop
+from rig.installer import TITLE, kill_group
 from rig.page_server import page, script_page
+from rig.waiting import wait_for
 
 NO_BUS = "unix:path=/nonexistent"
 
@@ -84,12 +86,19 @@ def test_a_window_without_an_address_leaves_the_next_navigation_to_the_page(inst
     assert installer.calls("browser", 2) == [f"[{server.url('/opened')}]", f"[{server.url('/again')}]"]
 
 
-def test_a_page_refuses_what_is_dropped_outside_its_fields(installer, server, start_with):
-    """Otherwise WebKitGTK would load a dropped file or link."""
-    server.expect("/taken?,input,file")
-    start_with("""<!doctype html><p>Text<input id=input><input id=file type=file><input id=box type=checkbox><script>
-        const isTaken = element => ['dragenter', 'dragover'].every(type => element.dispatchEvent(
-            new DragEvent(type, {bubbles: true, cancelable: true, dataTransfer: new DataTransfer()})))
-        onload = () => location = '/taken?' + [...document.querySelectorAll('p, input')].filter(isTaken)
-            .map(element => ',' + element.id).join('')</script>""")
-    installer.wait_for_requests()
+def test_a_file_or_link_from_another_program_cannot_be_dropped(installer, server, start_with):
+    """WebKitGTK would load it. Text can be dropped, which shows that the drags arrive."""
+    heard = []
+    server.answers |= {path: lambda request: heard.append(request.path) or "" for path in ("/text", "/alive")}
+    start_with("""<!doctype html><style>body { margin: 0 } input { display: block; width: 100%; height: 200px }</style>
+        <input oninput="fetch('/text')"><input type=date>
+        <script>onkeydown = () => fetch('/alive')</script>""")
+    installer.wait_for_log(f"frameUrl = {server.url('/first')}")
+    desktop.wait_for_active_window(TITLE)
+    window = desktop.active_window_id()
+    assert wait_for(lambda: desktop.drop(window, 450, 100, "text/plain;charset=utf-8", "x") and "/text" in heard, 60)
+    uninstall = server.url(installer.command("uninstall", callback=None, reportUrl="r"))
+    assert wait_for(lambda: desktop.drop(window, 450, 300, "text/uri-list", f"{uninstall}\r\n"))
+    desktop.wait_for_active_window(TITLE)
+    assert desktop.press_until("n", lambda: "/alive" in heard), f"the page is gone: {installer.log()}"
+    assert installer.calls("admin tool") == []

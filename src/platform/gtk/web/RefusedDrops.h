@@ -1,11 +1,11 @@
 #pragma once
 
-#include <webkit/webkit.h>
+#include <gtk/gtk.h>
 
 namespace vok {
 
-/// Refuses files and links from other programs that are dropped on `pages`, unless the page or a field takes
-/// them. WebKitGTK loads them in place of the page, where one could run a command.
-void refuseDrops(WebKitUserContentManager* pages);
+/// Refuses files and links that are dropped from other programs on `webView`. WebKitGTK loads them in place
+/// of the page unless the page takes them, and such a link could run a command.
+void refuseDrops(GtkWidget* webView);
 
 }  // namespace vok

@@ -31,7 +31,7 @@ WebKitView::WebKitView(Workspace& desktop, bool plainRenderer, std::function<voi
       answerWait([this] { showErrorPage(loadingURL(), texts::noAnswer); },
                  [this] { showErrorPage(loadingURL(), texts::passwordRequired); }) {
     bindSignals();
-    refuseDrops(webkit_web_view_get_user_content_manager(view.get()));
+    refuseDrops(GTK_WIDGET(view.get()));
     WebKitWebContext* const context = webkit_web_view_get_context(view.get());
     webkit_security_manager_register_uri_scheme_as_cors_enabled(
         webkit_web_context_get_security_manager(context), startPageScheme);
