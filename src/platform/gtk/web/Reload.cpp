@@ -45,7 +45,8 @@ void WebKitView::askToRunAgain(const std::string& commandURL) {
 
 /// If the page is gone, the answer does nothing.
 void WebKitView::onRunAgainAnswer(bool agreed, const std::string& commandURL) {
-    const bool pageIsGone = std::exchange(askedCommandURL, {}) != commandURL || !canReload();
+    const bool pageIsGone =
+        std::exchange(askedCommandURL, {}) != commandURL || mainFrameURL() != commandURL || !canReload();
     if (agreed && !pageIsGone)
         loadRequest(commandURL);
 }
