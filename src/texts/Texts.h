@@ -74,7 +74,7 @@ inline constexpr auto fileOfThisWindow =
 inline constexpr auto leaveQuestion = Text("Leave this page? What you have begun here may be lost.");
 inline constexpr auto stay = Text("Stay");
 inline constexpr auto leave = Text("Leave");
-// TRANSLATORS: The command is one that the page has given to the installer. The buttons are
+// TRANSLATORS: A command is an action that a page requests, such as an installation. The buttons are
 // "Cancel" and "Reload".
 inline constexpr auto runAgainQuestion = Text("Reload this page? Its command will run again.");
 inline constexpr auto signInTitle = Text("Authentication required");

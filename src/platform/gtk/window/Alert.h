@@ -23,7 +23,7 @@ struct Alert {
     std::string cancelButton = {};                ///< none when empty
     std::function<void(bool agreed)> onEnd = {};  ///< agreed: by `agreeButton`
     std::shared_ptr<SignInFields> signIn = {};    ///< filled in before `onEnd`; no fields when null
-    bool isDestructive = false;  ///< agreeing may lose something, so the default button is `cancelButton`
+    bool isDestructive = false;  ///< agreeing may lose data, so the default button is `cancelButton`
 };
 
 }  // namespace vok

@@ -68,7 +68,7 @@ Gtk::ScrolledWindow& messageArea(const std::string& message) {
     return area;
 }
 
-/// Asks for a user name and a password. Return in its fields is the sheet's default button.
+/// Asks for a user name and a password. Return in a field activates the default button.
 class SignInForm final : public Gtk::Grid {
 public:
     SignInForm() {
