@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 namespace vok {
 
@@ -20,6 +19,17 @@ constexpr auto staysUnescaped = [] {
         table[static_cast<unsigned char>(character)] = true;
     return table;
 }();
+
+constexpr auto hexadecimalValue = [] {
+    std::array<signed char, 256> table{};
+    table.fill(-1);
+    for (const char* const digits : {"0123456789ABCDEF", "0123456789abcdef"})
+        for (signed char value = 0; value < 16; ++value)
+            table[static_cast<unsigned char>(digits[value])] = value;
+    return table;
+}();
+
+int valueOf(char digit) { return hexadecimalValue[static_cast<unsigned char>(digit)]; }
 
 /// Checks all bytes without a branch, which is many times faster than stopping at the first.
 bool isAscii(std::string_view text) {
@@ -68,10 +78,9 @@ bool RemovePercentEscapes(std::string& text) {
                 *out = *in++;
                 continue;
             }
-            unsigned char byte = 0;
-            if (end - in < 3 || std::from_chars(in + 1, in + 3, byte, 16).ptr != in + 3)
+            if (end - in < 3 || valueOf(in[1]) < 0 || valueOf(in[2]) < 0)
                 return false;
-            *out = static_cast<char>(byte);
+            *out = static_cast<char>(valueOf(in[1]) * 16 + valueOf(in[2]));
             in += 3;
         }
         text.resize(static_cast<std::size_t>(out - text.data()));
